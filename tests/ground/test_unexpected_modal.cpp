@@ -5,7 +5,10 @@ class UnexpectedModal : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void opensABoxThatNobodyWaitsFor() { QMessageBox::information(nullptr, QString(), QStringLiteral("Hello")); }
+    void opensABoxThatNobodyWaitsFor()
+    {
+        QMessageBox::information(nullptr, QString(), QStringLiteral("Hello"));
+    }
 };
 
 NK_TEST_MAIN(UnexpectedModal)

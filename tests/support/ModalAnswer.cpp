@@ -22,8 +22,7 @@ struct ModalAnswer::Pending
     bool given = false;
 };
 
-namespace
-{
+namespace {
 
 /// Fails the running test function. Called from inside the dialog's event loop, where QFAIL's return is useless.
 void fail(const QString &reason)
@@ -66,7 +65,7 @@ ModalRecord recordOf(const QWidget *window)
 }
 
 /// The dialog as what the answer expects, or null: then the test has failed and the dialog is rejected.
-template<typename Dialog>
+template <typename Dialog>
 Dialog *expect(QDialog *dialog)
 {
     auto *expected = qobject_cast<Dialog *>(dialog);
@@ -149,15 +148,13 @@ static QList<ModalAnswer *> &waiting()
     return answers;
 }
 
-ModalAnswer::ModalAnswer(DialogAction action)
-    : m_pending(new Pending)
+ModalAnswer::ModalAnswer(DialogAction action) : m_pending(new Pending)
 {
     m_pending->dialogAction = std::move(action);
     waiting().append(this);
 }
 
-ModalAnswer::ModalAnswer(MenuAction action)
-    : m_pending(new Pending)
+ModalAnswer::ModalAnswer(MenuAction action) : m_pending(new Pending)
 {
     m_pending->menuAction = std::move(action);
     waiting().append(this);
@@ -233,8 +230,9 @@ ModalRecord ModalAnswer::record() const
 void ModalAnswer::answerDialog(QDialog *dialog)
 {
     if (waiting().isEmpty() || !waiting().first()->m_pending->dialogAction) {
-        fail(QStringLiteral("unexpected %1 \"%2\": %3").arg(QLatin1String(dialog->metaObject()->className()),
-                                                           dialog->windowTitle(), recordOf(dialog).text));
+        fail(QStringLiteral("unexpected %1 \"%2\": %3")
+                 .arg(QLatin1String(dialog->metaObject()->className()), dialog->windowTitle(),
+                      recordOf(dialog).text));
         dialog->reject();
         return;
     }

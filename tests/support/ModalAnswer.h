@@ -14,13 +14,14 @@ class QMenu;
 /// What a modal dialog showed when it was answered. Texts as set, mnemonics included.
 struct ModalRecord
 {
-    QString className;       ///< of the dialog: "QMessageBox", "QFileDialog", ...
+    QString className; ///< of the dialog: "QMessageBox", "QFileDialog", ...
     QString objectName;
     QString title;           ///< of the window
     QString text;            ///< message boxes only
     QString informativeText; ///< message boxes only
-    QStringList buttons;     ///< texts of the message box's buttons in the order of adding, or of the menu's entries
-    QString defaultButton;   ///< text of the message box's default button, empty where there is none
+    /// The message box's buttons in the order of adding, or the menu's entries without separators.
+    QStringList buttons;
+    QString defaultButton; ///< message boxes only; empty where there is none
     QMessageBox::Icon icon = QMessageBox::NoIcon;
 };
 

@@ -9,12 +9,11 @@
 #include <QtTest>
 
 /// What stands around the test functions of every test program; used through the two macros below.
-namespace TestMain
-{
+namespace TestMain {
 
 /// Runs TestClass under an Application (QCoreApplication or QApplication) inside a TestSandbox.
 /// Returns the exit status of Qt Test, or 1 where all tests passed but a message came outside of them.
-template<typename Application, typename TestClass>
+template <typename Application, typename TestClass>
 int run(int argc, char **argv)
 {
     int status = 0;
@@ -37,15 +36,15 @@ int run(int argc, char **argv)
 
 /// The main function of a test with widgets, fonts or icons. Stands at the end of the file, before the
 /// include of its .moc.
-#define NK_TEST_MAIN(TestClass)                                                                                        \
-    int main(int argc, char **argv)                                                                                    \
-    {                                                                                                                  \
-        return TestMain::run<QApplication, TestClass>(argc, argv);                                                     \
+#define NK_TEST_MAIN(TestClass)                                    \
+    int main(int argc, char **argv)                                \
+    {                                                              \
+        return TestMain::run<QApplication, TestClass>(argc, argv); \
     }
 
 /// The main function of a test that needs an event loop and no window system.
-#define NK_GUILESS_TEST_MAIN(TestClass)                                                                                \
-    int main(int argc, char **argv)                                                                                    \
-    {                                                                                                                  \
-        return TestMain::run<QCoreApplication, TestClass>(argc, argv);                                                 \
+#define NK_GUILESS_TEST_MAIN(TestClass)                                \
+    int main(int argc, char **argv)                                    \
+    {                                                                  \
+        return TestMain::run<QCoreApplication, TestClass>(argc, argv); \
     }

@@ -9,10 +9,9 @@
 #include <cstdio>
 #include <cstdlib>
 
-namespace
-{
+namespace {
 
-std::atomic<int> strays {0};
+std::atomic<int> strays{0};
 QtMessageHandler handlerOfQtTest = nullptr;
 
 /// The offscreen platform of Qt 5.15 has no size hints, no stacking and no grabs, and says so with a warning
@@ -20,8 +19,8 @@ QtMessageHandler handlerOfQtTest = nullptr;
 bool isPlatformNoise(const QString &message)
 {
     return message == QLatin1String("This plugin does not support propagateSizeHints()")
-        || message == QLatin1String("This plugin does not support raise()")
-        || message == QLatin1String("This plugin does not support grabbing the keyboard");
+           || message == QLatin1String("This plugin does not support raise()")
+           || message == QLatin1String("This plugin does not support grabbing the keyboard");
 }
 
 void printStray(QtMsgType type, const QMessageLogContext &, const QString &message)
@@ -32,7 +31,8 @@ void printStray(QtMsgType type, const QMessageLogContext &, const QString &messa
     if (!harmless)
         ++strays;
     const QByteArray text = message.toLocal8Bit();
-    std::fprintf(stderr, "%s: outside the test functions: %s\n", harmless ? "QDEBUG " : "QWARN  ", text.constData());
+    std::fprintf(stderr, "%s: outside the test functions: %s\n", harmless ? "QDEBUG " : "QWARN  ",
+                 text.constData());
     std::fflush(stderr);
     if (type == QtFatalMsg)
         std::abort();

@@ -5,8 +5,7 @@
 /// Qt Test reports messages only between the start and the end of a test object. What is said before or
 /// after, by static objects or while the application shuts down, is printed here in the form of Qt Test, so
 /// that it fails the test in ctest, and counted, so that it fails a test started by hand.
-namespace TestMessages
-{
+namespace TestMessages {
 
 /// From now on messages outside the test object are counted. Called once, before the application is made.
 void watch();

@@ -22,7 +22,11 @@ QString TestSandbox::path() const
 
 void TestSandbox::redirectFolders()
 {
-    const struct { const char *variable; const char *folder; } folders[] = {
+    const struct
+    {
+        const char *variable;
+        const char *folder;
+    } folders[] = {
         {"HOME", "home"},
         {"XDG_CONFIG_HOME", "config"},
         {"XDG_DATA_HOME", "data"},
@@ -52,7 +56,8 @@ void TestSandbox::fixLocaleAndTime()
 void TestSandbox::forgetDesktop()
 {
     // Each of these changes fonts, sizes, dialogs or styles to those of somebody's desktop.
-    for (const char *variable : {"XDG_CURRENT_DESKTOP", "DESKTOP_SESSION", "QT_QPA_PLATFORMTHEME", "QT_STYLE_OVERRIDE",
-                                 "QT_SCALE_FACTOR", "QT_FONT_DPI", "QT_PLUGIN_PATH", "SESSION_MANAGER"})
+    for (const char *variable :
+         {"XDG_CURRENT_DESKTOP", "DESKTOP_SESSION", "QT_QPA_PLATFORMTHEME", "QT_STYLE_OVERRIDE",
+          "QT_SCALE_FACTOR", "QT_FONT_DPI", "QT_PLUGIN_PATH", "SESSION_MANAGER"})
         qunsetenv(variable);
 }
