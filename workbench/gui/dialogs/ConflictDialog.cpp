@@ -48,9 +48,10 @@ ConflictDialog::ConflictDialog(const Conflicts &conflicts, const PastedValues &p
     setWindowTitle(text("Paste Entries"));
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);
 
-    QLabel *question = new QLabel(text("These keys exist already. Replace the present entries, or paste anyway "
-                                       "and keep both?"),
-                                  this);
+    QLabel *question = new QLabel(
+        text("These keys exist already. Replace the present entries, or paste anyway "
+             "and keep both?"),
+        this);
     question->setTextFormat(Qt::PlainText);
     question->setWordWrap(true);
 

@@ -28,8 +28,8 @@ QList<nkdMetadataEntry> nkMetadataGUIUtils::getConflictingEntries(const nkdMetad
     return conflicts;
 }
 
-nkMetadataGUIUtils::ConflictResult
-nkMetadataGUIUtils::showConflictingEntriesWarning(const QMap<quint64, QList<nkdMetadataEntry>> &conflicts)
+nkMetadataGUIUtils::ConflictResult nkMetadataGUIUtils::showConflictingEntriesWarning(
+    const QMap<quint64, QList<nkdMetadataEntry>> &conflicts)
 {
     return ConflictDialog::ask(conflicts, ConflictDialog::clipboardValues());
 }

@@ -78,8 +78,7 @@ void askAndWrite(const nkdMetadataSet &set, const QList<nkMetadataEntryMime> &re
         answer = ConflictDialog::ask({{set.getObjectId(), conflicts}}, valuesByKey(records));
     }
     if (answer != nkMetadataGUIUtils::Cancel && set.isEditable()) {
-        write(set, records,
-              answer == nkMetadataGUIUtils::Replace ? conflicts : QList<nkdMetadataEntry>());
+        write(set, records, answer == nkMetadataGUIUtils::Replace ? conflicts : QList<nkdMetadataEntry>());
     }
 }
 

@@ -17,7 +17,7 @@ QItemSelection mergeNeighbours(const QModelIndexList &rows)
     int begin = 0;
     for (int i = 1; i <= rows.size(); ++i) {
         const bool goesOn = i < rows.size() && rows.at(i).row() == rows.at(i - 1).row() + 1
-            && rows.at(i).parent() == rows.at(i - 1).parent();
+                            && rows.at(i).parent() == rows.at(i - 1).parent();
         if (!goesOn) {
             selection.append(QItemSelectionRange(rows.at(begin), rows.at(i - 1)));
             begin = i;
@@ -54,8 +54,7 @@ QList<quint64> holdersOf(const nkdObject &object)
 
 ObjectRows::ObjectRows(QAbstractItemModel *top)
     : m_chain(top), m_model(qobject_cast<QNKItemModel *>(m_chain.source()))
-{
-}
+{}
 
 QModelIndexList ObjectRows::find(const QList<nkdObject> &objects) const
 {

@@ -12,8 +12,7 @@ constexpr quint8 recordVersion = 1;
 
 TreeDragRecord::TreeDragRecord(quint64 objectId, quint64 parentId)
     : m_objectId(objectId), m_parentId(parentId), m_process(QCoreApplication::applicationPid())
-{
-}
+{}
 
 bool TreeDragRecord::isValid() const
 {

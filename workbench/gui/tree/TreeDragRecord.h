@@ -12,7 +12,10 @@ class TreeDragRecord
 {
 public:
     /// The type under which trees drag their rows.
-    static constexpr QLatin1String mimeType() { return QLatin1String("application/calyx-metadata-object-item"); }
+    static constexpr QLatin1String mimeType()
+    {
+        return QLatin1String("application/calyx-metadata-object-item");
+    }
 
     TreeDragRecord() = default;
     /// @param parentId the object of the row above; 0 for a top-level row

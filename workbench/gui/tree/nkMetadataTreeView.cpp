@@ -34,7 +34,7 @@ bool isOfKind(const nkdObject &object, int kind)
 bool isBorrowing(Qt::FocusReason reason)
 {
     return reason == Qt::PopupFocusReason || reason == Qt::MenuBarFocusReason
-        || reason == Qt::ActiveWindowFocusReason;
+           || reason == Qt::ActiveWindowFocusReason;
 }
 
 // Sets in the order in which they are first added.
@@ -113,7 +113,8 @@ QList<nkdObject> nkMetadataTreeView::getSelectedObjects(int kind) const
 {
     QList<nkdObject> objects;
     QSet<quint64> known;
-    const QModelIndexList indexes = selectionModel() ? selectionModel()->selectedIndexes() : QModelIndexList();
+    const QModelIndexList indexes = selectionModel() ? selectionModel()->selectedIndexes()
+                                                     : QModelIndexList();
     for (const QModelIndex &index : indexes) {
         const nkdObject object = index.column() == 0 ? getObject(index) : nkdObject();
         if (isOfKind(object, kind) && !known.contains(object.getObjectId())) {
