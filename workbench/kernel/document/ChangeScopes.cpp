@@ -42,6 +42,12 @@ ChangeScopes::ChangeScopes(Document &document) : m_document(document)
     connect(&m_stack, &QUndoStack::indexChanged, this, &ChangeScopes::onIndexChanged);
 }
 
+ChangeScopes::~ChangeScopes()
+{
+    // The stack tells that it is emptied when it goes.
+    m_stack.disconnect(this);
+}
+
 Store &ChangeScopes::store()
 {
     return *m_document.m_store;
@@ -212,14 +218,14 @@ void ChangeScopes::markSaved()
     tellModified();
 }
 
-void ChangeScopes::startAnew()
+void ChangeScopes::startAnew(bool hasNews)
 {
     Q_ASSERT(!isOpen());
     m_revision = ++m_lastRevision;
     m_savedRevision = m_revision;
     m_stack.clear();
     Q_EMIT m_document.cleared();
-    announce({ AllMetadataFlags | SceneChange, {} });
+    announce({ hasNews ? AllMetadataFlags | SceneChange : 0, {} });
 }
 
 // Loading -----------------------------------------------------------------------------------------------

@@ -24,6 +24,7 @@ class ChangeScopes : public QObject
     Q_OBJECT
 public:
     explicit ChangeScopes(Document &document);
+    ~ChangeScopes() override;
 
     bool isOpen() const { return m_depth > 0; }
     /// Opens a scope; undoable counts for the outermost one only.
@@ -46,8 +47,9 @@ public:
     QUndoStack &stack() { return m_stack; }
     bool isModified() const { return m_revision != m_savedRevision; }
     void markSaved();
-    /// Another scene has taken the document's place: no history, unmodified, announced at once.
-    void startAnew();
+    /// Another scene has taken the store's place: no history, unmodified.
+    /// @param hasNews announce it, at once
+    void startAnew(bool hasNews);
 
     /// Everything until endLoad is one operation that cannot be undone and says nothing meanwhile.
     void beginLoad();

@@ -125,6 +125,8 @@ private:
     friend class Operation;
 
     Document();
+    /// The store becomes the scene: no history, unmodified, announced where either scene held anything.
+    void replaceScene(std::unique_ptr<Store> store);
 
     std::unique_ptr<Store> m_store;
     std::unique_ptr<ChangeScopes> m_scopes;

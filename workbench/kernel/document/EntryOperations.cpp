@@ -73,6 +73,11 @@ bool isKnownType(nkMetadataTypes::ValueType type)
 
 } // namespace
 
+QString defaultKey(nkMetadataTypes::ValueType type)
+{
+    return type == nkMetadataTypes::Tag ? QStringLiteral("Tag") : QStringLiteral("Key");
+}
+
 namespace EntryOperations {
 
 quint64 create(quint64 setId, nkMetadataTypes::ValueType type)
@@ -85,14 +90,13 @@ quint64 create(quint64 setId, nkMetadataTypes::ValueType type)
                                                      : QT_TRANSLATE_NOOP("Document", "Create Entry"));
     Store &store = operation.store();
     const Slot slot = store.setSlot(setId);
-    const QString base = type == nkMetadataTypes::Tag ? QStringLiteral("Tag") : QStringLiteral("Key");
-    const Slot entry = operation.addEntry(slot, store.uniqueKey(slot, base), defaultValue(type));
+    const Slot entry = operation.addEntry(slot, store.uniqueKey(slot, defaultKey(type)), defaultValue(type));
     return store.idOf(entry);
 }
 
-void append(const QVector<Slot> &sets, const std::vector<EntryCopy> &copies)
+void append(const QVector<Slot> &sets, const std::vector<EntryCopy> &copies, const char *title)
 {
-    Operation operation(QT_TRANSLATE_NOOP("Document", "Paste Entries"));
+    Operation operation(title);
     Store &store = operation.store();
     for (const Slot set : sets) {
         if (!store.set(set).isEditable()) {

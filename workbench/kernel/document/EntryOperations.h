@@ -17,7 +17,8 @@ namespace EntryOperations {
 /// @return the new entry's id; 0 where it was refused
 quint64 create(quint64 setId, nkMetadataTypes::ValueType type);
 /// Appends the copies to each set, the sets given once and alive; sets that are not editable are skipped.
-void append(const QVector<Slot> &sets, const std::vector<EntryCopy> &copies);
+/// @param title of the undo step
+void append(const QVector<Slot> &sets, const std::vector<EntryCopy> &copies, const char *title);
 bool remove(quint64 setId, quint64 entryId);
 void clear(quint64 setId);
 
@@ -31,4 +32,8 @@ void setTypedValue(quint64 id, EntryValue value);
 void setValueOfKey(quint64 setId, const QString &key, const QVariant &value);
 
 } // namespace EntryOperations
+
+/// The base of the keys of new entries that nobody has named.
+QString defaultKey(nkMetadataTypes::ValueType type);
+
 } // namespace kernel

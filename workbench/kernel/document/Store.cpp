@@ -127,6 +127,11 @@ Slot Store::addEntry(Slot set, quint32 key, EntryValue value)
     return m_directory.add(SlotDirectory::Kind::Entry, m_entries.append(std::move(record)));
 }
 
+const SlotList &Store::topLevelList(Slot object) const
+{
+    return isMaterialKind(this->object(object).type) ? m_topLevelMaterials : m_topLevelNodes;
+}
+
 SlotList &Store::siblings(const ObjectRecord &object)
 {
     if (object.parent != NoSlot) {

@@ -67,6 +67,8 @@ public:
     /// Nodes without parent; material groups and materials without group.
     const SlotList &topLevelNodes() const { return m_topLevelNodes; }
     const SlotList &topLevelMaterials() const { return m_topLevelMaterials; }
+    /// The list that a top-level object of this one's kind stands in.
+    const SlotList &topLevelList(Slot object) const;
     /// The living objects.
     int objectCount() const { return m_objectCount; }
     bool isEmpty() const { return m_objectCount == 0 && m_sharedSets.isEmpty(); }
@@ -76,7 +78,8 @@ public:
     Slot findKey(Slot set, const QString &key) const;
     /// base where no entry of the set has that key, else base followed by 2, 3, ...
     QString uniqueKey(Slot set, const QString &base) const;
-    bool isSetNameTaken(const QString &name) const { return m_setNames.contains(name); }
+    /// The shared set of this name; NoSlot where there is none.
+    Slot setByName(const QString &name) const { return m_setNames.value(name, NoSlot); }
     /// @param except this set's name counts as free
     QString uniqueSetName(const QString &base, Slot except = NoSlot) const;
 
