@@ -13,6 +13,10 @@ class NK_KERNEL_SERVICES_EXPORT nkMaterialService : public QObject
 public:
     static nkMaterialService &the();
 
+    /// Every material, in the scene's order.
+    virtual QList<nkdMaterial> getAllMaterials() const = 0;
+    /// Every material group, parents before children.
+    virtual QList<nkdMaterialGroupNode> getAllGroups() const = 0;
     /// The selected items: living ones only, each once, in selection order.
     virtual QList<nkMaterialEntryId> getSelectedMaterials() const = 0;
     /// Selects these items and emits selectionChanged with the same flags before it returns: always, also
