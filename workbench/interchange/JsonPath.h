@@ -10,6 +10,8 @@ namespace interchange {
 class JsonPath
 {
 public:
+    JsonPath() = default;
+
     /// Steps into the member with this (decoded) key.
     JsonPath &append(const QString &key);
     /// Steps into the element with this position, counted from 0.
