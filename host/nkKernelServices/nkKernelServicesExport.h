@@ -1,0 +1,9 @@
+#pragma once
+
+#include <QtGlobal>
+
+#ifdef NK_KERNEL_SERVICES_LIBRARY
+#define NK_KERNEL_SERVICES_EXPORT Q_DECL_EXPORT
+#else
+#define NK_KERNEL_SERVICES_EXPORT Q_DECL_IMPORT
+#endif

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "QNKViewBase.h"
+#include "nkQt4ExtExport.h"
+
+#include <QTreeView>
+
+#include <memory>
+
+/// The host's tree view. All rows are equally high. Across a reload of a QNKItemModel below any chain of
+/// proxies it puts back, by row id, what the reload would lose: selection, current row, expansion, scroll
+/// position, and the open editor with its text. What vanished leaves the selection, told as one selection
+/// change; a reload that changes no selection tells nothing.
+class NK_QT4EXT_EXPORT QNKTreeView : public QTreeView, public QNKViewBase
+{
+    Q_OBJECT
+public:
+    explicit QNKTreeView(QWidget *parent = nullptr);
+    ~QNKTreeView() override;
+
+    void setModel(QAbstractItemModel *model) override;
+    /// Shows column 0 alone, as wide as the view.
+    void setSingleColumnLayout(bool on);
+    bool isSingleColumnLayout() const;
+
+protected:
+    void startDrag(Qt::DropActions supportedActions) override;
+
+private:
+    struct Private;
+    std::unique_ptr<Private> d;
+};

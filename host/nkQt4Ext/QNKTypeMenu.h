@@ -1,0 +1,31 @@
+#pragma once
+
+#include "nkQt4ExtExport.h"
+
+#include <QList>
+#include <QMenu>
+
+/// A menu of numbered categories, each a check box; stays open while boxes are ticked.
+class NK_QT4EXT_EXPORT QNKTypeMenu : public QMenu
+{
+    Q_OBJECT
+public:
+    explicit QNKTypeMenu(QWidget *parent = nullptr);
+    ~QNKTypeMenu() override;
+
+    /// Appends a category; a group other than the previous entry's puts a separator before it.
+    void addType(int number, const QString &label, int group);
+    /// The ticked numbers, ascending.
+    QList<int> checkedTypes() const;
+    void setCheckedTypes(const QList<int> &numbers);
+
+Q_SIGNALS:
+    void checkedTypesChanged(const QList<int> &numbers);
+
+protected:
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+
+private:
+    int m_lastGroup = 0;
+};

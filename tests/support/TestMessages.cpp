@@ -1,0 +1,63 @@
+#include "TestMessages.h"
+
+#include <QByteArray>
+#include <QString>
+#include <QtGlobal>
+#include <QtTest>
+
+#include <atomic>
+#include <cstdio>
+#include <cstdlib>
+
+namespace {
+
+std::atomic<int> strays{0};
+QtMessageHandler handlerOfQtTest = nullptr;
+
+/// The offscreen platform of Qt 5.15 has no size hints, no stacking and no grabs, and says so with a warning
+/// whenever a fixed-size dialog or a pop-up is shown. Nothing that the code under test could change.
+bool isPlatformNoise(const QString &message)
+{
+    return message == QLatin1String("This plugin does not support propagateSizeHints()")
+           || message == QLatin1String("This plugin does not support raise()")
+           || message == QLatin1String("This plugin does not support grabbing the keyboard");
+}
+
+void printStray(QtMsgType type, const QMessageLogContext &, const QString &message)
+{
+    if (isPlatformNoise(message))
+        return;
+    const bool harmless = type == QtDebugMsg || type == QtInfoMsg;
+    if (!harmless)
+        ++strays;
+    const QByteArray text = message.toLocal8Bit();
+    std::fprintf(stderr, "%s: outside the test functions: %s\n", harmless ? "QDEBUG " : "QWARN  ",
+                 text.constData());
+    std::fflush(stderr);
+    if (type == QtFatalMsg)
+        std::abort();
+}
+
+void passOn(QtMsgType type, const QMessageLogContext &context, const QString &message)
+{
+    if (!isPlatformNoise(message))
+        handlerOfQtTest(type, context, message);
+}
+
+} // namespace
+
+void TestMessages::watch()
+{
+    qInstallMessageHandler(printStray);
+}
+
+int TestMessages::strayCount()
+{
+    return strays;
+}
+
+void TestMessages::leaveOutPlatformNoise()
+{
+    if (!handlerOfQtTest && QTest::currentTestFunction())
+        handlerOfQtTest = qInstallMessageHandler(passOn);
+}
