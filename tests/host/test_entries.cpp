@@ -1,5 +1,5 @@
 #include "../support/SceneFixture.h"
-#include "ChangeLog.h"
+#include "AnnouncementLog.h"
 #include "TestMain.h"
 
 #include <QUndoStack>
@@ -169,7 +169,7 @@ void TestEntries::setValueRefusesWhatCannotBeConverted()
     nkdMetadataEntry entry = m_set.createEntry(nkMetadataTypes::ValueType(type));
     const QVariant before = entry.getValue();
     const int steps = kernel::Document::the().undoStack()->count();
-    ChangeLog log;
+    AnnouncementLog log;
     entry.setValue(given);
     QCOMPARE(entry.getValue(), before);
     QCOMPARE(kernel::Document::the().undoStack()->count(), steps);
@@ -320,7 +320,7 @@ void TestEntries::clearIsOneChange()
         m_set.createEntry(nkMetadataTypes::Integer);
     }
     const int steps = kernel::Document::the().undoStack()->count();
-    ChangeLog log;
+    AnnouncementLog log;
     m_set.getEntries().clear();
     QCOMPARE(log.takeFlags(), QVector<int>{nkMetadataTypes::EntriesChanged});
     QCOMPARE(kernel::Document::the().undoStack()->count(), steps + 1);

@@ -1,5 +1,5 @@
 #include "../support/SceneFixture.h"
-#include "ChangeLog.h"
+#include "AnnouncementLog.h"
 #include "TestMain.h"
 
 #include <QUndoStack>
@@ -80,7 +80,7 @@ void TestListOperations::eachIsOneStepAndOneAnnouncement()
     QFETCH(int, flags);
     QUndoStack *stack = kernel::Document::the().undoStack();
     const int steps = stack->count();
-    ChangeLog log;
+    AnnouncementLog log;
     operation();
     QCOMPARE(log.takeFlags(), QVector<int>{flags});
     QCOMPARE(stack->count(), steps + 1);
@@ -94,7 +94,7 @@ void TestListOperations::eachIsOneStepAndOneAnnouncement()
 void TestListOperations::emptyListsDoNothing()
 {
     const int steps = kernel::Document::the().undoStack()->count();
-    ChangeLog log;
+    AnnouncementLog log;
     nkMetadataService &service = nkMetadataService::the();
     service.deleteSets({});
     QVERIFY(service.duplicateSets({}).isEmpty());

@@ -1,5 +1,5 @@
 #include "../support/SceneFixture.h"
-#include "ChangeLog.h"
+#include "AnnouncementLog.h"
 #include "TestMain.h"
 
 #include <nkKernelServices/nkScopedUndo.h>
@@ -31,14 +31,14 @@ private Q_SLOTS:
 
 private:
     nkdMetadataSet m_set;
-    std::unique_ptr<ChangeLog> m_log;
+    std::unique_ptr<AnnouncementLog> m_log;
 };
 
 void TestNotifications::init()
 {
     SceneFixture::reset();
     m_set = nkMetadataService::the().createSet(QStringLiteral("s"), {});
-    m_log = std::make_unique<ChangeLog>();
+    m_log = std::make_unique<AnnouncementLog>();
 }
 
 void TestNotifications::outsideAScopeEachChangeIsAnnouncedAtOnce()

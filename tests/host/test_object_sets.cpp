@@ -1,5 +1,5 @@
 #include "../support/SceneFixture.h"
-#include "ChangeLog.h"
+#include "AnnouncementLog.h"
 #include "TestMain.h"
 
 #include <QUndoStack>
@@ -50,7 +50,7 @@ void TestObjectSets::askingForItChangesNothing()
 {
     const nkdNode node = SceneFixture::node(QStringLiteral("n"));
     const int steps = kernel::Document::the().undoStack()->count();
-    ChangeLog log;
+    AnnouncementLog log;
     const nkdMetadataSet first = nkdMetadata::fromObject(node).getObjectSet();
     QVERIFY(first == nkdMetadata::fromObject(node).getObjectSet());
     QVERIFY(!nkdMetadata::fromObject(node).hasObjectEntries());

@@ -9,10 +9,10 @@
 #include <QVector>
 
 /// Writes down what the services announce, for comparison.
-class ChangeLog : public QObject
+class AnnouncementLog : public QObject
 {
 public:
-    ChangeLog()
+    AnnouncementLog()
     {
         connect(&nkMetadataService::the(), &nkMetadataService::metadataChanged, this,
                 [this](nkMetadataTypes::ChangeFlag flags) { m_flags.append(int(flags)); });
