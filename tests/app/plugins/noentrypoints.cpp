@@ -1,0 +1,5 @@
+#include <QtGlobal>
+
+// A library that is no plug-in.
+
+extern "C" Q_DECL_EXPORT void somethingElse() {}

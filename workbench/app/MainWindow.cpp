@@ -1,0 +1,160 @@
+#include "MainWindow.h"
+
+#include "ModuleFrame.h"
+
+#include "kernel/document/Document.h"
+
+#include <nkQt4Ext/QNKViewBase.h>
+
+#include <QAction>
+#include <QCloseEvent>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QStatusBar>
+#include <QUndoStack>
+
+namespace {
+
+// A fair share of a 1440 x 900 display, the smallest the workbench is laid out for.
+constexpr QSize startSize(1280, 800);
+
+/// A text from outside as part of a menu entry: its ampersands are no mnemonics.
+QString menuText(const QString &text)
+{
+    return QString(text).replace(QLatin1Char('&'), QLatin1String("&&"));
+}
+
+} // namespace
+
+MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent)
+{
+    setObjectName(QStringLiteral("MainWindow"));
+    setDockNestingEnabled(true);
+    createFileMenu();
+    createEditMenu();
+    createViewMenu();
+    statusBar();
+    showScene(QString());
+    resize(startSize);
+}
+
+MainWindow::~MainWindow()
+{
+    releaseModules();
+}
+
+void MainWindow::createFileMenu()
+{
+    QMenu *file = menuBar()->addMenu(tr("&File"));
+    QAction *open = file->addAction(tr("&Open..."));
+    open->setShortcut(QKeySequence::Open);
+    connect(open, &QAction::triggered, this, &MainWindow::chooseScene);
+    file->addSeparator();
+    QAction *quit = file->addAction(tr("&Quit"));
+    quit->setShortcut(QKeySequence::Quit);
+    connect(quit, &QAction::triggered, this, &MainWindow::close);
+}
+
+void MainWindow::createEditMenu()
+{
+    QMenu *edit = menuBar()->addMenu(tr("&Edit"));
+    m_undo = edit->addAction(QString());
+    m_undo->setShortcut(QKeySequence::Undo);
+    m_redo = edit->addAction(QString());
+    m_redo->setShortcut(QKeySequence::Redo);
+    connect(m_undo, &QAction::triggered, this, [] {
+        QNKViewBase::commitOpenEditors();
+        kernel::Document::the().undo();
+    });
+    connect(m_redo, &QAction::triggered, this, [] {
+        QNKViewBase::commitOpenEditors();
+        kernel::Document::the().redo();
+    });
+    connect(kernel::Document::the().undoStack(), &QUndoStack::indexChanged, this, &MainWindow::updateUndoActions);
+    updateUndoActions();
+}
+
+void MainWindow::createViewMenu()
+{
+    m_view = menuBar()->addMenu(tr("&View"));
+}
+
+void MainWindow::updateUndoActions()
+{
+    const QUndoStack *stack = kernel::Document::the().undoStack();
+    m_undo->setEnabled(stack->canUndo());
+    m_undo->setText(stack->canUndo() ? tr("&Undo %1").arg(menuText(stack->undoText())) : tr("&Undo"));
+    m_redo->setEnabled(stack->canRedo());
+    m_redo->setText(stack->canRedo() ? tr("&Redo %1").arg(menuText(stack->redoText())) : tr("&Redo"));
+}
+
+void MainWindow::addModule(const QString &name, const QString &group, QWidget *window, const QIcon &icon,
+                           const QString &shortTitle, bool startHidden)
+{
+    auto *frame = new ModuleFrame(name, shortTitle, window, this);
+    m_frames.append(frame);
+    addDockWidget(Qt::TopDockWidgetArea, frame);
+    QAction *toggle = frame->toggleViewAction();
+    toggle->setText(menuText(name));
+    toggle->setIcon(icon);
+    groupMenu(group)->addAction(toggle);
+    frame->setVisible(!startHidden);
+}
+
+QMenu *MainWindow::groupMenu(const QString &group)
+{
+    for (QMenu *menu : m_view->findChildren<QMenu *>(group, Qt::FindDirectChildrenOnly)) {
+        return menu;
+    }
+    QMenu *menu = m_view->addMenu(menuText(group));
+    menu->setObjectName(group);
+    return menu;
+}
+
+void MainWindow::releaseModules()
+{
+    for (ModuleFrame *frame : qAsConst(m_frames)) {
+        frame->release();
+        delete frame;
+    }
+    m_frames.clear();
+}
+
+void MainWindow::showScene(const QString &path)
+{
+    setWindowFilePath(path);
+    const QString scene = path.isEmpty() ? tr("Untitled") : QFileInfo(path).fileName();
+    setWindowTitle(QStringLiteral("%1[*] - %2").arg(scene, QGuiApplication::applicationDisplayName()));
+}
+
+void MainWindow::showError(const QString &title, const QString &text)
+{
+    auto *box = new QMessageBox(QMessageBox::Warning, title, text, QMessageBox::Ok, this);
+    box->setTextFormat(Qt::PlainText);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->open();
+}
+
+void MainWindow::chooseScene()
+{
+    QNKViewBase::commitOpenEditors();
+    const QString path = QFileDialog::getOpenFileName(this, tr("Open Scene"), QFileInfo(windowFilePath()).path(),
+                                                      sceneFileFilter());
+    if (!path.isEmpty()) {
+        Q_EMIT openRequested(path);
+    }
+}
+
+QString MainWindow::sceneFileFilter()
+{
+    return tr("3D scenes (*.gltf *.glb);;All files (*)");
+}
+
+void MainWindow::closeEvent(QCloseEvent *event)
+{
+    QNKViewBase::commitOpenEditors();
+    QMainWindow::closeEvent(event);
+}

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <QMainWindow>
+#include <QString>
+#include <QStringList>
+
+class ModuleFrame;
+class QAction;
+class QMenu;
+
+/// The main window of the workbench: menus, the frames of the modules, a status line.
+///
+/// It tells what the user asked for by signals and holds no document of its own.
+class MainWindow : public QMainWindow
+{
+    Q_OBJECT
+public:
+    explicit MainWindow(QWidget *parent = nullptr);
+    ~MainWindow() override;
+
+    /// Places a module's window in a dock and lists it in the View menu, under its group.
+    void addModule(const QString &name, const QString &group, QWidget *window, const QIcon &icon,
+                   const QString &shortTitle, bool startHidden);
+    /// Takes the window of every module out of its frame, so that the plug-ins can be unloaded.
+    void releaseModules();
+
+    /// Names the open scene in the title. @param path absolute; empty for a scene without a file
+    void showScene(const QString &path);
+    /// Shows a failure in a box over the window, once the event loop runs. Plain text.
+    void showError(const QString &title, const QString &text);
+
+    /// The default name filter of file dialogs for scenes.
+    static QString sceneFileFilter();
+
+Q_SIGNALS:
+    /// The user chose a scene to open.
+    void openRequested(const QString &path);
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    void createFileMenu();
+    void createEditMenu();
+    void createViewMenu();
+    void updateUndoActions();
+    void chooseScene();
+    QMenu *groupMenu(const QString &group);
+
+    QAction *m_undo = nullptr;
+    QAction *m_redo = nullptr;
+    QMenu *m_view = nullptr;
+    QList<ModuleFrame *> m_frames;
+};

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QDockWidget>
+
+/// The dock in which a module window stands in the main window. The window stays the plug-in's: release
+/// takes it out again before the frame goes.
+class ModuleFrame : public QDockWidget
+{
+    Q_OBJECT
+public:
+    /// @param name the module's name, for menus and the saved layout; @param shortTitle for the dock's tab
+    ModuleFrame(const QString &name, const QString &shortTitle, QWidget *window, QWidget *parent);
+    ~ModuleFrame() override;
+
+    QString moduleName() const { return m_name; }
+    /// Takes the window out of the frame, hidden and without a parent. Once; the frame is empty afterwards.
+    void release();
+
+private:
+    QString m_name;
+};

@@ -1,0 +1,93 @@
+#include "Workbench.h"
+
+#include "MainWindow.h"
+#include "MainWindowService.h"
+
+#include "interchange/SceneFile.h"
+#include "kernel/document/Document.h"
+#include "kernel/icons/IconSource.h"
+#include "kernel/services/ServiceRegistry.h"
+
+#include <nkKernelServices/nkLogService.h>
+#include <nkQt4Ext/QNKViewBase.h>
+#include <nkQt4Ext/nkIconManager.h>
+
+#include <QCoreApplication>
+#include <QDir>
+
+namespace {
+
+/// The level of nkLogService::reported that is a failure to show.
+constexpr int errorLevel = 2;
+
+/// The widget library knows no kernel: its icons come from the kernel's source through these functions.
+nkIconManager::Source kernelIcons()
+{
+    return {[](const QString &name, const QString &category) { return IconSource::the().icon(name, category); },
+            [](const QString &path) { return IconSource::the().pixmap(path); },
+            [](const QString &path, const QSize &size) { return IconSource::the().render(path, size); }};
+}
+
+QString besideExecutable(const QString &name)
+{
+    return QDir(QCoreApplication::applicationDirPath()).filePath(name);
+}
+
+} // namespace
+
+Workbench::Workbench()
+{
+    nkIconManager::setSource(kernelIcons());
+    m_window = std::make_unique<MainWindow>();
+    m_windowService = std::make_unique<MainWindowService>(m_window.get());
+    ServiceRegistry::the().setMainWindowService(m_windowService.get());
+    connect(m_window.get(), &MainWindow::openRequested, this, &Workbench::openOrTell);
+    connect(&nkLogService::the(), &nkLogService::reported, this, &Workbench::showReport);
+}
+
+Workbench::~Workbench()
+{
+    QNKViewBase::commitOpenEditors();
+    // Commands, clipboards and variants may hold what the plug-ins made; they go first, then the windows
+    // leave their frames, then the code goes.
+    kernel::Document::the().clear();
+    m_window->releaseModules();
+    m_plugins.unloadAll();
+    ServiceRegistry::the().setMainWindowService(nullptr);
+    nkIconManager::setSource({});
+}
+
+void Workbench::loadPlugins()
+{
+    m_plugins.loadAll(besideExecutable(QStringLiteral("plugins")));
+}
+
+QString Workbench::open(const QString &path)
+{
+    QNKViewBase::commitOpenEditors();
+    const SceneFile::Result result = SceneFile::open(path);
+    if (result.error.isEmpty()) {
+        m_window->showScene(path);
+    }
+    return result.error;
+}
+
+void Workbench::openOrTell(const QString &path)
+{
+    const QString error = open(path);
+    if (!error.isEmpty()) {
+        nkLogService::the().reportError(tr("Open Scene"), error);
+    }
+}
+
+void Workbench::showReport(int level, const QString &title, const QString &text)
+{
+    if (level == errorLevel) {
+        m_window->showError(title, text);
+    }
+}
+
+QString Workbench::sampleScene()
+{
+    return besideExecutable(QStringLiteral("samples/showroom.gltf"));
+}

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "PluginLoader.h"
+
+#include <QObject>
+#include <QString>
+
+#include <memory>
+
+class MainWindow;
+class MainWindowService;
+
+/// The application put together: the document and its services, the main window, the plug-ins, and what
+/// runs between them. Made after the QApplication and destroyed before it, in the order that plug-ins need.
+class Workbench : public QObject
+{
+    Q_OBJECT
+public:
+    Workbench();
+    /// Closes editors, clears document, undo stack and clipboards, takes the module windows out of their
+    /// frames, and unloads the plug-ins.
+    ~Workbench() override;
+
+    /// Loads the plug-ins of the folder beside the executable.
+    void loadPlugins();
+    /// Opens a scene in place of the present one. Where the file cannot be read, the present one stays.
+    /// @return an empty text, or one sentence that says what failed, where, and what to do
+    QString open(const QString &path);
+    /// The sample scene that ships with the workbench.
+    static QString sampleScene();
+
+    MainWindow *window() const { return m_window.get(); }
+
+private:
+    void openOrTell(const QString &path);
+    void showReport(int level, const QString &title, const QString &text);
+
+    std::unique_ptr<MainWindow> m_window;
+    std::unique_ptr<MainWindowService> m_windowService;
+    PluginLoader m_plugins;
+};

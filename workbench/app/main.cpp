@@ -1,0 +1,65 @@
+#include "CommandLine.h"
+#include "MainWindow.h"
+#include "Screenshot.h"
+#include "Workbench.h"
+
+#include <QApplication>
+#include <QTextStream>
+
+#include <cstdio>
+
+namespace {
+
+void say(FILE *stream, const QString &text)
+{
+    QTextStream(stream) << text.trimmed() << '\n';
+}
+
+int fail(const QString &error)
+{
+    say(stderr, QStringLiteral("workbench: %1").arg(error));
+    return 1;
+}
+
+int runForPicture(Workbench &workbench, const QString &path)
+{
+    QString error;
+    Screenshot screenshot(workbench.window(), path);
+    QObject::connect(&screenshot, &Screenshot::finished, &workbench, [&error](const QString &reason) {
+        error = reason;
+        QApplication::quit();
+    });
+    QApplication::exec();
+    return error.isEmpty() ? 0 : fail(error);
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    QApplication application(argc, argv);
+    QCoreApplication::setOrganizationName(QStringLiteral("MetadataEditor"));
+    QCoreApplication::setApplicationName(QStringLiteral("workbench"));
+    QGuiApplication::setApplicationDisplayName(QStringLiteral("Workbench"));
+
+    const CommandLine commandLine = CommandLine::parse(QCoreApplication::arguments());
+    if (!commandLine.message.isEmpty()) {
+        say(commandLine.status == 0 ? stdout : stderr, commandLine.message);
+        return commandLine.status;
+    }
+
+    Workbench workbench;
+    workbench.loadPlugins();
+    const QString scene = commandLine.file.isEmpty() ? Workbench::sampleScene() : commandLine.file;
+    const QString error = workbench.open(scene);
+    if (!error.isEmpty()) {
+        return fail(error);
+    }
+    workbench.window()->show();
+    if (!commandLine.screenshot.isEmpty()) {
+        return runForPicture(workbench, commandLine.screenshot);
+    }
+    return QApplication::exec();
+}

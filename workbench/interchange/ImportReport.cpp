@@ -1,0 +1,54 @@
+#include <interchange/ImportReport.h>
+
+#include <QStringList>
+
+#include <algorithm>
+
+namespace interchange {
+
+QString ImportReport::text(ImportReason reason)
+{
+    switch (reason) {
+    case ImportReason::LongInteger:
+        return tr("an integer beyond 32 bits, kept as text");
+    case ImportReason::UnboundedNumber:
+        return tr("a number beyond the range of a float, kept as text");
+    case ImportReason::BrokenText:
+        return tr("text with half a surrogate pair, shown as a replacement character");
+    case ImportReason::ExtrasNoObject:
+        return tr("the extras are a bare value without a key");
+    case ImportReason::EmptyObject:
+        return tr("an empty object");
+    case ImportReason::NestedArray:
+        return tr("an array inside an array");
+    case ImportReason::ObjectInArray:
+        return tr("an array that holds objects");
+    case ImportReason::HiddenByLaterKey:
+        return tr("the same key comes again later, and that one counts");
+    case ImportReason::OtherOwner:
+        return tr("extras of something that carries no metadata here");
+    case ImportReason::RootHasParent:
+        return tr("a root of a scene that is also a child, shown below its parent");
+    }
+    return QString();
+}
+
+QString ImportReport::summary() const
+{
+    return tr("%1 entries read as they are, %2 converted, %3 left untouched in the file")
+        .arg(QString::number(m_keptCount), QString::number(m_converted.size()), QString::number(m_untouched.size()));
+}
+
+QString ImportReport::details(int limit) const
+{
+    QVector<Item> items = m_converted + m_untouched + m_notes;
+    const int shown = std::min(std::max(limit, 0), items.size());
+    QStringList lines;
+    for (int i = 0; i < shown; ++i)
+        lines.append(tr("%1: %2").arg(items.at(i).path, text(items.at(i).reason)));
+    if (shown < items.size())
+        lines.append(tr("and %1 more").arg(items.size() - shown));
+    return lines.join(QLatin1Char('\n'));
+}
+
+} // namespace interchange

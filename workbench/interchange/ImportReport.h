@@ -1,0 +1,67 @@
+#pragma once
+
+#include <QCoreApplication>
+#include <QString>
+#include <QVector>
+
+namespace interchange {
+
+/// Why something in a file did not become exactly the entry one might expect, or none at all.
+enum class ImportReason : quint8 {
+    LongInteger,       ///< converted: an integer beyond 32 bits became text
+    UnboundedNumber,   ///< converted: a number beyond the range of doubles became text
+    BrokenText,        ///< converted: half a surrogate pair became U+FFFD
+    ExtrasNoObject,    ///< untouched: the extras are a bare value
+    EmptyObject,       ///< untouched
+    NestedArray,       ///< untouched: an array inside an array
+    ObjectInArray,     ///< untouched: an array that holds objects
+    HiddenByLaterKey,  ///< untouched: a later member of the object has the same key
+    OtherOwner,        ///< untouched: extras of something that carries no metadata here (a mesh, a scene…)
+    RootHasParent      ///< a scene names a node as root that has a parent; it is shown below its parent
+};
+
+/// What came of the metadata of a file: how many entries were read as they stand, which values were converted,
+/// and what was left alone in the file because it has no form as an entry. Saving leaves the latter as it is.
+class ImportReport
+{
+    Q_DECLARE_TR_FUNCTIONS(ImportReport)
+
+public:
+    struct Item
+    {
+        QString path; ///< JSON path of the value
+        ImportReason reason;
+    };
+
+    /// Counts an entry whose value says exactly what the file says.
+    void addKept() { ++m_keptCount; }
+    void addConverted(const QString &path, ImportReason reason) { m_converted.append({ path, reason }); }
+    void addUntouched(const QString &path, ImportReason reason) { m_untouched.append({ path, reason }); }
+    void addNote(const QString &path, ImportReason reason) { m_notes.append({ path, reason }); }
+
+    /// Entries read without any change of meaning; each knows its place itself (ExtrasEntry, JSON path by key).
+    int keptCount() const { return m_keptCount; }
+    /// Entries whose value had to take another form, one item each, in the order of the file.
+    const QVector<Item> &converted() const { return m_converted; }
+    /// Members of extras that became no entry, in the order of the file.
+    const QVector<Item> &untouched() const { return m_untouched; }
+    /// Oddities of the scene itself that were read around.
+    const QVector<Item> &notes() const { return m_notes; }
+
+    bool isClean() const { return m_converted.isEmpty() && m_untouched.isEmpty() && m_notes.isEmpty(); }
+
+    /// The reason as a clause for people.
+    static QString text(ImportReason reason);
+    /// "3 entries read, 1 converted, 2 left untouched in the file".
+    QString summary() const;
+    /// One line an item, path and reason, at most `limit` lines; a last line says how many more there are.
+    QString details(int limit) const;
+
+private:
+    int m_keptCount = 0;
+    QVector<Item> m_converted;
+    QVector<Item> m_untouched;
+    QVector<Item> m_notes;
+};
+
+} // namespace interchange

@@ -1,0 +1,18 @@
+#include <interchange/JsonReader.h>
+
+#include <interchange/JsonParser.h>
+
+namespace interchange {
+
+JsonReader::JsonReader(JsonLimits limits) : m_limits(limits) { }
+
+bool JsonReader::read(const QByteArray &text, JsonTree &tree)
+{
+    JsonParser parser(text, m_limits);
+    const bool read = parser.parse();
+    m_error = parser.error();
+    tree = read ? parser.takeTree() : JsonTree();
+    return read;
+}
+
+} // namespace interchange

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <interchange/JsonError.h>
+#include <interchange/JsonTree.h>
+
+namespace interchange {
+
+/// What a JSON text may be at most.
+struct JsonLimits
+{
+    /// Objects and arrays inside each other, the outermost counted. Real scene files nest a dozen levels, deeply
+    /// nested extensions a few dozen more; the reader itself needs no stack, so this only protects what comes after.
+    int depth = 512;
+};
+
+/// Reads JSON as RFC 8259 has it and nothing more, and keeps where everything stands.
+///
+/// Accepted beyond the grammar: a UTF-8 byte order mark in front. Refused: other encodings, bytes that are no
+/// UTF-8, anything behind the value. Escapes for lone halves of surrogate pairs belong to the grammar and are
+/// accepted; see JsonValue::toText. The reader does not recurse: no text can exhaust the stack.
+class JsonReader
+{
+public:
+    explicit JsonReader(JsonLimits limits = JsonLimits());
+
+    /// Reads `text` into `tree`, which keeps the text. True when all of it was read; otherwise the tree is left
+    /// empty and error() says why and where.
+    bool read(const QByteArray &text, JsonTree &tree);
+
+    /// What was wrong with the text read last; not set when it was read.
+    const JsonError &error() const { return m_error; }
+
+private:
+    JsonLimits m_limits;
+    JsonError m_error;
+};
+
+} // namespace interchange

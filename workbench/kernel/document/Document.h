@@ -1,0 +1,131 @@
+#pragma once
+
+#include "AssetState.h"
+
+#include <nkKernelServices/nkKernelServicesExport.h>
+#include <nkKernelServices/nkObjectType.h>
+
+#include <QList>
+#include <QObject>
+#include <QString>
+
+#include <memory>
+
+class QUndoStack;
+
+namespace kernel {
+
+class ChangeScopes;
+class Clipboard;
+class Store;
+
+/// The open scene: its objects, metadata sets and entries, its undo stack and its clipboards. The one place
+/// where scene data lives; handles (nkdObject and the rest) look everything up here by id.
+///
+/// Ids are object ids in the sense of nkdObject; 0 stands for "none". An id that names nothing alive, or
+/// something of another kind than asked for, reads as empty and is never an error. GUI thread only.
+class NK_KERNEL_SERVICES_EXPORT Document : public QObject
+{
+    Q_OBJECT
+    Q_DISABLE_COPY(Document)
+public:
+    /// The process-wide document, made on first use. It ends with the application object, or with the
+    /// process where there is none. Works without any application object.
+    static Document &the();
+    ~Document() override;
+
+    /// Empties the scene, the undo stack, both clipboards and every selection; announced once, by
+    /// metadataChanged(7), where anything was there. Ids are not used again. Refused (false) while a scope is
+    /// open.
+    bool clear();
+
+    // Undo ----------------------------------------------------------------------------------------------
+
+    /// The stack for menus and undo views; owned by the document. Nobody else pushes to it. Its own undo(),
+    /// redo() and setIndex() do nothing while a scope is open.
+    QUndoStack *undoStack() const;
+    /// Undoes or redoes one step and announces it. False where there is none or a scope is open.
+    bool undo();
+    bool redo();
+    /// True while an nkScopedUndo or nkScopedMultiCommand lives, or a change is being made.
+    bool isScopeOpen() const;
+    /// Whether the scene differs from the one that was marked saved; an empty new scene does not. True again
+    /// to the point: undoing to the saved state makes it unmodified, also past the stack's limit.
+    bool isModified() const;
+    void markSaved();
+
+    // Undoable operations of the host itself ------------------------------------------------------------
+
+    /// A new scene object at the end of its parent's children, with an empty object set.
+    /// @param type Node, Camera, Light, Sceneplate, Material or MaterialGroup
+    /// @param parentId 0 for the top level. Nodes, cameras, lights and sceneplates stand under each other;
+    ///        materials and groups under groups
+    /// @return the id; 0 where type or parent do not fit
+    quint64 createObject(nkObjectType type, const QString &name, quint64 parentId = 0);
+    /// Deletes the objects with everything below them, their object sets and their assignments: one change.
+    /// Ids that name no scene object are skipped. Undo brings back the same ids in the same places.
+    /// @return whether anything was deleted
+    bool deleteObjects(const QList<quint64> &ids);
+    /// Gives a shared set its asset state: metadataChanged(1).
+    /// @param assetId names the asset in the asset manager; kept as given, dropped with None
+    /// @return whether anything changed
+    bool setAssetState(quint64 setId, AssetState state, const QString &assetId = QString());
+
+    // Reading what handles do not offer -----------------------------------------------------------------
+
+    /// The kind of what lives under this id; Null where nothing does.
+    nkObjectType typeOf(quint64 id) const;
+    AssetState assetState(quint64 setId) const;
+    QString assetId(quint64 setId) const;
+    /// True for a String entry whose text was read as a number too long for the number types, and has been a
+    /// number literal ever since: a writer of files writes it without quotes.
+    bool isNumberText(quint64 entryId) const;
+    /// Whether a shared set is assigned to at least one object of this kind. O(1).
+    bool isAssignedToKind(quint64 setId, nkObjectType kind) const;
+
+    /// The parent node or group; 0 at the top level.
+    quint64 parentOf(quint64 objectId) const;
+    /// The objects directly below, in scene order; those of a material group are groups and materials.
+    QList<quint64> childrenOf(quint64 objectId) const;
+    /// The nodes (cameras, lights and sceneplates among them) that have no parent, in scene order.
+    QList<quint64> topLevelNodes() const;
+    /// The material groups and materials that stand in no group, in scene order.
+    QList<quint64> topLevelMaterials() const;
+    /// Every object of exactly this kind, depth first in scene order.
+    QList<quint64> objects(nkObjectType kind) const;
+    /// Those of objects(kind) that have own entries or assigned sets.
+    QList<quint64> objectsWithMetadata(nkObjectType kind) const;
+    /// Number of living scene objects of all kinds.
+    int objectCount() const;
+
+    /// The tables behind all of it, for the rooms of the kernel.
+    const Store &store() const { return *m_store; }
+
+Q_SIGNALS:
+    /// Scene objects and sets (object sets too, entries not) have ceased to live. Comes when the change is
+    /// complete and before it is announced, in scopes too: whoever keeps handles drops the dead ones here
+    /// without announcing that yet.
+    void objectsDied(const QList<quint64> &ids);
+    /// The whole scene was emptied or replaced: every id known so far is dead. In place of objectsDied.
+    void cleared();
+    /// A change is about to be announced: whoever dropped handles since the last time announces that now.
+    void aboutToAnnounce();
+    /// Scene objects were created, deleted or renamed, undo and redo included. Follows the announcement rules
+    /// of nkMetadataService::metadataChanged.
+    void sceneChanged();
+    /// isModified() has changed.
+    void modifiedChanged(bool modified);
+
+private:
+    friend class ChangeScopes;
+    friend class DocumentLoader;
+    friend class Kernel;
+
+    Document();
+
+    std::unique_ptr<Store> m_store;
+    std::unique_ptr<ChangeScopes> m_scopes;
+    std::unique_ptr<Clipboard> m_clipboard;
+};
+
+} // namespace kernel

@@ -1,0 +1,78 @@
+#pragma once
+
+#include <nkKernelServices/nkKernelServicesExport.h>
+#include <nkKernelServices/nkMetadataTypes.h>
+#include <nkKernelServices/nkObjectType.h>
+
+#include <QColor>
+#include <QString>
+#include <QVariant>
+
+#include <memory>
+
+namespace kernel {
+
+class Store;
+
+/// Fills the document from a file, fast: no undo steps and no announcements while it works. commit() makes
+/// the result the scene and announces it once, by metadataChanged(7); without commit() nothing has happened.
+///
+/// Ids are final as soon as they are given out, but their objects live only from commit() on. What does not
+/// fit (an unknown parent, a value that is none of its type) is answered with 0 or false and adds nothing.
+class NK_KERNEL_SERVICES_EXPORT DocumentLoader
+{
+    Q_DISABLE_COPY(DocumentLoader)
+public:
+    enum class Mode {
+        /// The loaded scene takes the place of the present one, whole or not at all.
+        Replace,
+        /// The loaded objects are added to the present scene, which may be referred to (parents, sets).
+        Add
+    };
+
+    /// A loader made while an undo scope or another adding loader is open adds nothing and commits nothing.
+    explicit DocumentLoader(Mode mode = Mode::Replace);
+    /// Drops what was not committed.
+    ~DocumentLoader();
+
+    /// Expected numbers, so that tables are made large enough once; not binding.
+    void reserve(int objects, int sets, int entries);
+
+    /// A scene object at the end of its parent's children; see Document::createObject for what fits where.
+    quint64 addObject(nkObjectType type, const QString &name, quint64 parentId = 0);
+    void setObjectLocked(quint64 objectId, bool locked);
+    /// A shared set.
+    /// @param name made unique; empty: "MetadataSet", made unique
+    /// @param color invalid: the colour of new sets
+    quint64 addSet(const QString &name, const QColor &color = QColor(), bool locked = false);
+    /// The object's own set; it exists as soon as its object does.
+    quint64 objectSet(quint64 objectId) const;
+
+    /// An entry at the end of the set.
+    /// @param key made unique in the set; empty: "Key", made unique
+    /// @param type 0..7
+    /// @param value converted to type as nkdMetadataEntry::setValue does; invalid: the type's default
+    quint64 addEntry(quint64 setId, const QString &key, nkMetadataTypes::ValueType type,
+                     const QVariant &value);
+    /// A String entry that remembers being a number (see Document::isNumberText); a text that is no number
+    /// literal makes a plain String entry.
+    quint64 addNumberText(quint64 setId, const QString &key, const QString &number);
+    /// A tag at the end of the set.
+    quint64 addTag(quint64 setId, const QString &key);
+    /// Assigns a shared set to an object. False where it already is or either is not there.
+    bool assign(quint64 setId, quint64 objectId);
+
+    /// Makes what was loaded the scene: the undo stack is emptied, the document counts as unmodified in
+    /// Replace mode and as modified in Add mode, clipboards stay. Only the first call does anything.
+    /// @return false where a scope is open; nothing has changed then
+    bool commit();
+
+private:
+    Store *target() const;
+
+    std::unique_ptr<Store> m_aside;
+    Store *m_target = nullptr;
+    Mode m_mode;
+};
+
+} // namespace kernel
