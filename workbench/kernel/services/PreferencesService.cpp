@@ -127,7 +127,7 @@ bool PreferencesService::flush()
     if (m_unsaved.isEmpty()) {
         return true;
     }
-    const QString error = m_file.writeValues(m_unsaved);
+    const QString error = m_file.writeValues(m_unsaved, m_values);
     if (!error.isEmpty()) {
         tellWriteFailure(error);
         return false;
