@@ -98,8 +98,10 @@ public:
     /// Number of living scene objects of all kinds.
     int objectCount() const;
 
-    /// The tables behind all of it, for the rooms of the kernel.
+    /// The tables behind all of it and the clipboards, for the kernel's own classes.
     const Store &store() const { return *m_store; }
+    Clipboard &clipboard() const { return *m_clipboard; }
+    ChangeScopes &scopes() const { return *m_scopes; }
 
 Q_SIGNALS:
     /// Scene objects and sets (object sets too, entries not) have ceased to live. Comes when the change is
@@ -120,8 +122,11 @@ private:
     friend class ChangeScopes;
     friend class DocumentLoader;
     friend class Kernel;
+    friend class Operation;
 
     Document();
+    /// The store becomes the scene: no history, unmodified, announced where either scene held anything.
+    void replaceScene(std::unique_ptr<Store> store);
 
     std::unique_ptr<Store> m_store;
     std::unique_ptr<ChangeScopes> m_scopes;
