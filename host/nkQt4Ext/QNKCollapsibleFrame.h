@@ -3,6 +3,7 @@
 #include "nkQt4ExtExport.h"
 
 #include <QFrame>
+#include <QPointer>
 
 class QToolButton;
 
@@ -30,6 +31,7 @@ Q_SIGNALS:
 
 private:
     QToolButton *m_button = nullptr;
-    QWidget *m_content = nullptr;
+    QPointer<QWidget> m_content;
+    QString m_title;
     bool m_expanded = true;
 };

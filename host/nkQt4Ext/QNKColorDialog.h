@@ -20,6 +20,10 @@ public:
     /// Shows color as the present and as the previous colour.
     void reinit(const QNKColor &color);
 
+public Q_SLOTS:
+    void accept() override;
+    void reject() override;
+
 Q_SIGNALS:
     void colorChanged();
 

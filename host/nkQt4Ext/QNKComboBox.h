@@ -12,6 +12,13 @@ public:
     explicit QNKComboBox(QWidget *parent = nullptr);
     ~QNKComboBox() override;
 
+    void showPopup() override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 protected:
+    bool event(QEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;
+
+private:
+    bool isCellEditor() const;
 };

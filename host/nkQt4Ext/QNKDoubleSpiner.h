@@ -20,7 +20,13 @@ public:
     QString textFromValue(double value) const override;
     double valueFromText(const QString &text) const override;
     QValidator::State validate(QString &input, int &pos) const override;
+    void fixup(QString &input) const override;
+    void stepBy(int steps) override;
+    QSize sizeHint() const override;
 
 protected:
     void wheelEvent(QWheelEvent *event) override;
+
+private:
+    QString withoutAffixes(const QString &text) const;
 };

@@ -17,6 +17,12 @@ public:
     void setTerminated(bool terminated);
     bool isTerminated() const { return m_terminated; }
 
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
 private:
     bool m_terminated = false;
 };

@@ -5,6 +5,7 @@
 #include <QWidget>
 
 class QLineEdit;
+class QNKInlineButton;
 
 /// A search field with a clear button and a switch.
 class NK_QT4EXT_EXPORT QNKSearchBox : public QWidget
@@ -27,8 +28,14 @@ Q_SIGNALS:
     /// The search was switched off.
     void searchDisabled();
 
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+
 private:
+    void tell();
+
     QLineEdit *m_lineEdit = nullptr;
+    QNKInlineButton *m_switch = nullptr;
     QString m_told;
     bool m_enabled = true;
 };

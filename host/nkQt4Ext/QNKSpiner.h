@@ -12,6 +12,8 @@ public:
     explicit QNKSpiner(QWidget *parent = nullptr);
     ~QNKSpiner() override;
 
+    void stepBy(int steps) override;
+
 protected:
     void wheelEvent(QWheelEvent *event) override;
 };

@@ -6,6 +6,9 @@
 
 #include <functional>
 
+class QCompleter;
+class QStringListModel;
+
 /// A line edit that offers completions while a person types.
 class NK_QT4EXT_EXPORT QNKStringCompleterLineEdit : public QLineEdit
 {
@@ -20,8 +23,13 @@ public:
     /// An empty function offers nothing.
     void setCompletions(const Completions &completions);
 
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+
 private:
-    void offer(const QString &text);
+    bool offer(const QString &text);
 
     Completions m_completions;
+    QCompleter *m_completer = nullptr;
+    QStringListModel *m_words = nullptr;
 };

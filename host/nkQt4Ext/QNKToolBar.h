@@ -12,4 +12,7 @@ public:
     explicit QNKToolBar(const QString &title, QWidget *parent = nullptr);
     explicit QNKToolBar(QWidget *parent = nullptr);
     ~QNKToolBar() override;
+
+protected:
+    void actionEvent(QActionEvent *event) override;
 };

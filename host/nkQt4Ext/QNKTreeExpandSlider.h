@@ -16,6 +16,9 @@ public:
     explicit QNKTreeExpandSlider(QTreeView *view, QWidget *parent = nullptr);
     ~QNKTreeExpandSlider() override;
 
+protected:
+    void wheelEvent(QWheelEvent *event) override;
+
 private:
     void expandTo(int depth);
 

@@ -3,6 +3,7 @@
 #include "nkQt4ExtExport.h"
 
 #include <QList>
+#include <QMap>
 #include <QMenu>
 
 /// A menu of numbered categories, each a check box; stays open while boxes are ticked.
@@ -23,9 +24,15 @@ Q_SIGNALS:
     void checkedTypesChanged(const QList<int> &numbers);
 
 protected:
+    void mousePressEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
 
 private:
+    bool triggerAndStay(QAction *action);
+
+    QMap<int, QAction *> m_types;
     int m_lastGroup = 0;
+    bool m_pressedHere = false;
+    bool m_settingAll = false;
 };

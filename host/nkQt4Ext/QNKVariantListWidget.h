@@ -32,6 +32,13 @@ Q_SIGNALS:
     /// The editor is done: true to commit, false to give up (Esc).
     void finished(bool commit);
 
+protected:
+    bool event(QEvent *event) override;
+    void closeEvent(QCloseEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void showEvent(QShowEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
+
 private:
     struct Private;
     std::unique_ptr<Private> d;

@@ -27,11 +27,15 @@ public:
     /// Qt::DisplayRole); may be null.
     virtual QAbstractItemModel *getModel() const;
 
+    QSize sizeHint() const override;
+
 protected:
+    void contextMenuEvent(QContextMenuEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
 
 private:
     void fillMenu();
+    QString columnName(int idxPos) const;
     void placeToolButton();
 
     QToolButton *m_toolButton = nullptr;

@@ -1,0 +1,164 @@
+#include "nkQt4Ext/QNKFilterBar.h"
+
+#include "GlyphIcon.h"
+#include "SearchLineEdit.h"
+#include "nkQt4Ext/QNKInlineButton.h"
+#include "nkQt4Ext/QNKTypeMenu.h"
+
+#include <QHBoxLayout>
+
+struct QNKFilterBar::Private
+{
+    SearchLineEdit *search = nullptr;
+    QNKInlineButton *depth = nullptr;
+    QNKInlineButton *types = nullptr;
+    QNKTypeMenu *menu = nullptr;
+    QAction *enabling = nullptr;
+
+    /// Shows on the button what the menu lets through.
+    void showTypes() const
+    {
+        QStringList ticked;
+        const auto actions = menu->actions();
+        for (const QAction *action : actions) {
+            if (action != enabling && action->isChecked())
+                ticked.append(QString(action->text()).replace(QLatin1String("&&"), QLatin1String("&")));
+        }
+        const bool filtering = enabling->isChecked() && !ticked.isEmpty();
+        const QString summary = ticked.join(QStringLiteral(", "));
+        types->setIcon(GlyphIcon::make(filtering ? GlyphIcon::Sign::FunnelActive : GlyphIcon::Sign::Funnel));
+        types->setText(filtering ? summary : QNKFilterBar::tr("All"));
+        types->setAccessibleDescription(types->text());
+    }
+};
+
+QNKFilterBar::QNKFilterBar(QWidget *parent) : QWidget(parent), d(std::make_unique<Private>())
+{
+    d->search = new SearchLineEdit(this);
+    d->search->setPlaceholderText(tr("Search"));
+    d->depth = new QNKInlineButton(this);
+    d->depth->setIcon(GlyphIcon::make(GlyphIcon::Sign::Depth));
+    d->depth->setToolTip(tr("Search in all levels of the list"));
+    d->depth->setAccessibleName(tr("Search depth"));
+    d->menu = new QNKTypeMenu(this);
+    d->enabling = d->menu->addAction(tr("Filter Enabled"));
+    d->enabling->setCheckable(true);
+    d->enabling->setChecked(true);
+    d->menu->addSeparator();
+    d->types = new QNKInlineButton(this);
+    d->types->setCheckable(false);
+    d->types->setTerminated(true);
+    d->types->setMenu(d->menu);
+    d->types->setPopupMode(QToolButton::InstantPopup);
+    d->types->setToolTip(tr("Choose what the list shows"));
+    d->types->setAccessibleName(tr("Filter"));
+
+    auto *row = new QHBoxLayout(this);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(0);
+    row->addWidget(d->search, 1);
+    row->addWidget(d->depth);
+    row->addWidget(d->types);
+
+    connect(d->search, &QLineEdit::textChanged, this, &QNKFilterBar::nameFilterChanged);
+    connect(d->depth, &QNKInlineButton::toggled, this, &QNKFilterBar::recursiveFilteringToggled);
+    connect(d->menu, &QNKTypeMenu::checkedTypesChanged, this, [this](const QList<int> &numbers) {
+        d->showTypes();
+        Q_EMIT typeFilterChanged(numbers);
+    });
+    connect(d->enabling, &QAction::toggled, this, [this](bool enabled) {
+        d->showTypes();
+        Q_EMIT typeFilteringToggled(enabled);
+    });
+    setFocusProxy(d->search);
+    d->showTypes();
+}
+
+QNKFilterBar::~QNKFilterBar() = default;
+
+void QNKFilterBar::addTypesToMenu(const QList<int> &numbers)
+{
+    for (const int number : numbers)
+        d->menu->addType(number, getLabel(number), getCategory(number));
+}
+
+QNKTypeMenu *QNKFilterBar::typeMenu() const
+{
+    return d->menu;
+}
+
+void QNKFilterBar::setSearchVisible(bool visible, bool clear)
+{
+    d->search->setVisible(visible);
+    // Alone in the bar the button takes all of it and says in words what it lets through.
+    d->types->setSizePolicy(visible ? QSizePolicy::Fixed : QSizePolicy::Expanding, QSizePolicy::Expanding);
+    setFocusProxy(visible ? static_cast<QWidget *>(d->search) : d->types);
+    if (!visible && clear)
+        d->search->clear();
+}
+
+void QNKFilterBar::setRecursiveFilterVisible(bool visible)
+{
+    d->depth->setVisible(visible);
+}
+
+void QNKFilterBar::setNameFilterToolTip(const QString &toolTip)
+{
+    d->search->setToolTip(toolTip);
+}
+
+QLineEdit *QNKFilterBar::searchLineEdit() const
+{
+    return d->search;
+}
+
+QString QNKFilterBar::nameFilter() const
+{
+    return d->search->text();
+}
+
+bool QNKFilterBar::isRecursiveFilteringEnabled() const
+{
+    return d->depth->isChecked();
+}
+
+void QNKFilterBar::setRecursiveFilteringEnabled(bool enabled)
+{
+    d->depth->setChecked(enabled);
+}
+
+bool QNKFilterBar::isTypeFilteringEnabled() const
+{
+    return d->enabling->isChecked();
+}
+
+void QNKFilterBar::setTypeFilteringEnabled(bool enabled)
+{
+    d->enabling->setChecked(enabled);
+}
+
+QList<int> QNKFilterBar::typeFilter() const
+{
+    return d->menu->checkedTypes();
+}
+
+void QNKFilterBar::setTypeFilter(const QList<int> &numbers)
+{
+    d->menu->setCheckedTypes(numbers);
+}
+
+void QNKFilterBar::clear()
+{
+    d->search->clear();
+    d->menu->setCheckedTypes({});
+}
+
+QString QNKFilterBar::getLabel(int) const
+{
+    return {};
+}
+
+int QNKFilterBar::getCategory(int) const
+{
+    return 1;
+}
