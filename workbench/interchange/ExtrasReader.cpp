@@ -21,9 +21,9 @@ bool isNoList(const JsonValue &array, ImportReason &reason)
     return false;
 }
 
-bool needsEscape(const QString &key)
+bool changesWhenEscaped(const QString &key)
 {
-    return key.contains(QLatin1Char('.')) || key.contains(QLatin1Char('\\'));
+    return ExtrasKey::escaped(key) != key;
 }
 
 bool hasTwins(const ExtrasEntry *first, const ExtrasEntry *last)
@@ -132,8 +132,7 @@ void ExtrasReader::addEntry(const JsonValue &member, const Content &content)
     ExtrasEntry &entry = m_entries.back();
     entry.memberOffset = member.memberSpan().offset;
     entry.valueSpan = member.span();
-    entry.isPath = m_open.size() > 1;
-    entry.key = entry.isPath ? ExtrasKey::appended(m_open.back().pathKey, keyOf(member)) : keyOf(member);
+    nameEntry(entry, member);
     entry.type = content.type;
     entry.value = content.value;
     entry.isNumber = content.isNumber;
@@ -141,6 +140,17 @@ void ExtrasReader::addEntry(const JsonValue &member, const Content &content)
         m_report.addConverted(pathTo(member), content.reason);
     else
         m_report.addKept();
+}
+
+void ExtrasReader::nameEntry(ExtrasEntry &entry, const JsonValue &member)
+{
+    const QString key = keyOf(member);
+    const bool isNested = m_open.size() > 1;
+    entry.isPath = isNested || key.isEmpty();
+    if (isNested)
+        entry.key = ExtrasKey::appended(m_open.back().pathKey, key);
+    else
+        entry.key = key.isEmpty() ? ExtrasKey::joined({key}) : key;
 }
 
 /// A key with points that stands directly in the extras can read like the path key of a nested member. Then, and
@@ -151,7 +161,7 @@ void ExtrasReader::makeKeysUnique(const IndexRange &range)
     ExtrasEntry *const last = first + range.count;
     const auto isPath = [](const ExtrasEntry &entry) { return entry.isPath; };
     const auto mayLookLikePath = [](const ExtrasEntry &entry) {
-        return !entry.isPath && needsEscape(entry.key);
+        return !entry.isPath && changesWhenEscaped(entry.key);
     };
     if (std::none_of(first, last, isPath) || std::none_of(first, last, mayLookLikePath)
         || !hasTwins(first, last))

@@ -65,6 +65,7 @@ private:
     void open(const JsonValue &object);
     void readArray(const JsonValue &array);
     void addEntry(const JsonValue &member, const Content &content);
+    void nameEntry(ExtrasEntry &entry, const JsonValue &member);
     void makeKeysUnique(const IndexRange &range);
 
     QString keyOf(const JsonValue &member);
