@@ -99,7 +99,7 @@ void TestHeaderViewBase::toolButtonStandsAtTheRightEnd()
 void TestHeaderViewBase::menuNamesColumnsByUserDataFirst()
 {
     Table table;
-    QCOMPARE(table.menuTexts(), (QStringList {"Icon", "Key", "A && B", "Column 4"}));
+    QCOMPARE(table.menuTexts(), (QStringList{"Icon", "Key", "A && B", "Column 4"}));
 }
 
 void TestHeaderViewBase::menuHidesAndShowsColumns()
@@ -142,7 +142,7 @@ void TestHeaderViewBase::menuGoesThroughTheVirtualOperation()
     QVERIFY(!actions.at(2)->isChecked());
     actions.at(2)->trigger();
     actions.at(0)->trigger();
-    QCOMPARE(header->asked, (QVector<QPair<int, bool>> {{2, true}, {0, false}}));
+    QCOMPARE(header->asked, (QVector<QPair<int, bool>>{{2, true}, {0, false}}));
 }
 
 void TestHeaderViewBase::columnsComeBackWhenAllAreHidden()

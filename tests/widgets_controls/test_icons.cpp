@@ -66,7 +66,7 @@ void TestIcons::namesAndPathsReachTheSource()
     QVERIFY(!nkIconManager::getIcon(QStringLiteral("Set"), QStringLiteral("MetadataEditor")).isNull());
     QCOMPARE(nkIconManager::get(QStringLiteral("p.svg")).size(), QSize(24, 24));
     QCOMPARE(nkIconManager::renderPixmap(QStringLiteral("r.svg"), QSize(32, 32)).size(), QSize(32, 32));
-    QCOMPARE(asked, (QStringList {"/Copy", "MetadataEditor/Set", "p.svg", "r.svg"}));
+    QCOMPARE(asked, (QStringList{"/Copy", "MetadataEditor/Set", "p.svg", "r.svg"}));
 }
 
 void TestIcons::emptySizesRenderNothing()
@@ -92,8 +92,8 @@ void TestIcons::fixedIconsAreMadeOnce()
         QVERIFY(!nkIconCache::Metadata::getMetadataTagIcon().isNull());
         QVERIFY(!nkIconCache::Metadata::getGraphFocusedIcon().isNull());
     }
-    QCOMPARE(asked, (QStringList {"MetadataEditor/MetadataSet", "MetadataEditor/MetadataTag",
-                                  "MetadataEditor/GraphFocused"}));
+    QCOMPARE(asked, (QStringList{"MetadataEditor/MetadataSet", "MetadataEditor/MetadataTag",
+                                 "MetadataEditor/GraphFocused"}));
 }
 
 void TestIcons::askingTooEarlyDoesNoHarm()
@@ -114,7 +114,9 @@ void TestIcons::aNewSourceMakesThemAnew()
 {
     const auto colored = [](const QColor &color) {
         nkIconManager::Source source;
-        source.icon = [color](const QString &, const QString &) { return QIcon(filled(QSize(24, 24), color)); };
+        source.icon = [color](const QString &, const QString &) {
+            return QIcon(filled(QSize(24, 24), color));
+        };
         return source;
     };
     nkIconManager::setSource(colored(Qt::red));
