@@ -15,5 +15,6 @@ public:
     void stepBy(int steps) override;
 
 protected:
+    QString textFromValue(int value) const override;
     void wheelEvent(QWheelEvent *event) override;
 };

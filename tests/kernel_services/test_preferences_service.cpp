@@ -51,6 +51,7 @@ private Q_SLOTS:
     void neverWritesOverADamagedFileThatStays();
     void setsAsideAFileDamagedLater();
     void tellsAFailedWriteOnceAndTriesAgain();
+    void keepsWhatIsSetWhileItReports();
     void leavesNoTemporaryFiles();
     void keepsALinkALink();
     void keepsTheFilesPermissions();
@@ -380,6 +381,20 @@ void TestPreferencesService::tellsAFailedWriteOnceAndTriesAgain()
     QVERIFY(file.remove());
     QVERIFY(preferences.flush());
     QCOMPARE(PreferencesService(preferences.file()).getIntValue(key), 1);
+}
+
+void TestPreferencesService::keepsWhatIsSetWhileItReports()
+{
+    PreferencesService preferences(path());
+    preferences.setIntValue(key, 1, true);
+    write("damage");
+    QObject listener;
+    connect(&nkLogService::the(), &nkLogService::reported, &listener,
+            [&preferences] { preferences.setStringListValue(listKey, {QStringLiteral("x")}, true); });
+    QVERIFY(preferences.flush());
+    QVERIFY(preferences.flush());
+    QCOMPARE(PreferencesService(path()).getIntValue(key), 1);
+    QCOMPARE(PreferencesService(path()).getStringListValue(listKey), QStringList({QStringLiteral("x")}));
 }
 
 void TestPreferencesService::leavesNoTemporaryFiles()

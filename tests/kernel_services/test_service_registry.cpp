@@ -37,6 +37,25 @@ public:
     }
 };
 
+/// A service that is asked for, by way of a listener, while it is being made.
+class EagerService final : public QObject
+{
+    Q_OBJECT
+public:
+    EagerService()
+    {
+        ++living;
+        if (living == 1) {
+            ServiceRegistry::the().service<EagerService>();
+        }
+    }
+    ~EagerService() override { --living; }
+
+    static int living;
+};
+
+int EagerService::living = 0;
+
 int s_argc = 1;
 char s_name[] = "test";
 char *s_argv[] = {s_name, nullptr};
@@ -55,6 +74,7 @@ private Q_SLOTS:
     void makesEachServiceOnce();
     void endsServicesWithTheApplication();
     void servesASecondApplication();
+    void makesAServiceOnceThatIsAskedForWhileBeingMade();
     void letsServicesTalkWhileTheyEnd();
     void usesTheInstalledMainWindowService();
     void forgetsAMainWindowServiceThatDied();
@@ -98,6 +118,15 @@ void TestServiceRegistry::servesASecondApplication()
         service = &nkPlatformService::the();
     }
     QVERIFY(!service);
+}
+
+void TestServiceRegistry::makesAServiceOnceThatIsAskedForWhileBeingMade()
+{
+    EagerService &service = ServiceRegistry::the().service<EagerService>();
+    QCOMPARE(&service, &ServiceRegistry::the().service<EagerService>());
+    QCOMPARE(EagerService::living, 1);
+    ServiceRegistry::shutDown();
+    QCOMPARE(EagerService::living, 0);
 }
 
 void TestServiceRegistry::letsServicesTalkWhileTheyEnd()

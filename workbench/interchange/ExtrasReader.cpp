@@ -41,12 +41,11 @@ bool hasTwins(const ExtrasEntry *first, const ExtrasEntry *last)
 
 ExtrasReader::ExtrasReader(std::vector<ExtrasEntry> &entries, ImportReport &report)
     : m_entries(entries), m_report(report)
-{
-}
+{}
 
 IndexRange ExtrasReader::read(const JsonValue &extras, const Owner &owner)
 {
-    IndexRange range { static_cast<quint32>(m_entries.size()), 0 };
+    IndexRange range{static_cast<quint32>(m_entries.size()), 0};
     m_owner = owner;
     m_open.clear();
     m_hidden.clear();
@@ -98,7 +97,7 @@ void ExtrasReader::open(const JsonValue &object)
         pathKey = ExtrasKey::escaped(object.key());
     else if (m_open.size() > 1)
         pathKey = ExtrasKey::appended(m_open.back().pathKey, object.key());
-    m_open.push_back({ object, pathKey });
+    m_open.push_back({object, pathKey});
     const QVector<JsonValue> hidden = object.hiddenMembers();
     for (const JsonValue &member : hidden)
         m_hidden.insert(member.index());
@@ -106,7 +105,7 @@ void ExtrasReader::open(const JsonValue &object)
 
 void ExtrasReader::readArray(const JsonValue &array)
 {
-    ImportReason reason {};
+    ImportReason reason{};
     if (isNoList(array, reason)) {
         m_report.addUntouched(pathTo(array), reason);
         return;
@@ -165,8 +164,11 @@ void ExtrasReader::makeKeysUnique(const IndexRange &range)
     ExtrasEntry *const first = m_entries.data() + range.first;
     ExtrasEntry *const last = first + range.count;
     const auto isPath = [](const ExtrasEntry &entry) { return entry.isPath; };
-    const auto mayLookLikePath = [](const ExtrasEntry &entry) { return !entry.isPath && needsEscape(entry.key); };
-    if (std::none_of(first, last, isPath) || std::none_of(first, last, mayLookLikePath) || !hasTwins(first, last))
+    const auto mayLookLikePath = [](const ExtrasEntry &entry) {
+        return !entry.isPath && needsEscape(entry.key);
+    };
+    if (std::none_of(first, last, isPath) || std::none_of(first, last, mayLookLikePath)
+        || !hasTwins(first, last))
         return;
     for (ExtrasEntry *entry = first; entry != last; ++entry) {
         if (mayLookLikePath(*entry)) {

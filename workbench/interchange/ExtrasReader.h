@@ -74,7 +74,7 @@ private:
 
     std::vector<ExtrasEntry> &m_entries;
     ImportReport &m_report;
-    Owner m_owner { QLatin1String(), 0 };
+    Owner m_owner{QLatin1String(), 0};
     std::vector<Open> m_open;
     QSet<quint32> m_hidden;
     std::unordered_map<std::string_view, QString> m_keys; ///< few keys, many members: each is decoded once

@@ -13,7 +13,7 @@ JsonSpan JsonValue::memberSpan() const
     const JsonCell &own = cell();
     if (own.keyLength == 0)
         return span();
-    return { own.keyOffset, own.offset + own.length - own.keyOffset };
+    return {own.keyOffset, own.offset + own.length - own.keyOffset};
 }
 
 QString JsonValue::key() const

@@ -68,5 +68,7 @@ void ColorControl::openDialog()
     if (accepted && chosen != m_color) {
         m_color = chosen;
         touchAndCommit();
+    } else {
+        giveUp();
     }
 }

@@ -1,5 +1,6 @@
 #include "ListControl.h"
 
+#include "SharedValue.h"
 #include "gui/dialogs/ValueText.h"
 
 #include <nkKernelServicesGUI/nkMetadataVariantDelegate.h>
@@ -60,12 +61,19 @@ void ListControl::openList()
     connect(popup, &QNKVariantListWidget::finished, this, [this, popup](bool commit) {
         const QVariantList values = popup->values();
         popup->close();
-        if (commit && values != m_list) {
-            m_list = values;
-            touchAndCommit();
-        }
+        take(values, commit);
     });
     popup->resize(m_button->width(), popupHeight);
     popup->move(m_button->mapToGlobal(QPoint(0, m_button->height())));
     popup->show();
+}
+
+void ListControl::take(const QVariantList &values, bool commit)
+{
+    if (commit && !SharedValue::same(values, m_list)) {
+        m_list = values;
+        touchAndCommit();
+    } else {
+        giveUp();
+    }
 }

@@ -19,6 +19,7 @@ protected:
 
 private:
     void openList();
+    void take(const QVariantList &values, bool commit);
     void showText();
 
     QPushButton *m_button;

@@ -129,17 +129,39 @@ void PropertyControl::giveUp()
     showState();
 }
 
+// The editor is shown though the values differ, because a person wants to give them one.
+bool PropertyControl::isOpenOverButton() const
+{
+    return m_differing && m_stack->currentWidget() == m_editor;
+}
+
+bool PropertyControl::escapes(const QEvent *event) const
+{
+    return event->type() == QEvent::KeyPress && static_cast<const QKeyEvent *>(event)->key() == Qt::Key_Escape
+           && (m_touched || isOpenOverButton());
+}
+
+bool PropertyControl::isLeft(const QEvent *event) const
+{
+    if (event->type() != QEvent::FocusOut || m_touched || !isOpenOverButton()) {
+        return false;
+    }
+    const Qt::FocusReason reason = static_cast<const QFocusEvent *>(event)->reason();
+    return reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason;
+}
+
 bool PropertyControl::eventFilter(QObject *watched, QEvent *event)
 {
-    if (watched == m_editor && event->type() == QEvent::KeyPress) {
-        const bool leaves = static_cast<QKeyEvent *>(event)->key() == Qt::Key_Escape;
-        const bool openOverButton = m_differing && m_stack->currentWidget() == m_editor;
-        if (leaves && (m_touched || openOverButton)) {
-            giveUp();
-            return true;
-        }
+    if (watched == m_editor && escapes(event)) {
+        giveUp();
+        return true;
     }
-    return nkBaseControl::eventFilter(watched, event);
+    const bool left = watched == m_editor && isLeft(event);
+    const bool handled = nkBaseControl::eventFilter(watched, event);
+    if (left) {
+        giveUp();
+    }
+    return handled;
 }
 
 int PropertyControl::labelWidth() const

@@ -39,6 +39,8 @@ protected:
     void touch() { m_touched = true; }
     /// For subclasses: a person chose this very content; it counts without any further commit.
     void touchAndCommit();
+    /// For subclasses, and for Esc: what was begun is forgotten, and the value shown again.
+    void giveUp();
 
     /// Puts a value into the editor, silently.
     virtual void showValue(const QVariant &value) = 0;
@@ -48,7 +50,9 @@ protected:
 
 private:
     void openEditor(const QString &typed);
-    void giveUp();
+    bool isOpenOverButton() const;
+    bool escapes(const QEvent *event) const;
+    bool isLeft(const QEvent *event) const;
     void showState();
 
     QLabel *m_label;

@@ -132,6 +132,22 @@ bool Document::isAssignedToKind(quint64 setId, nkObjectType kind) const
     return set && index >= 0 && index < SceneKindCount && set->linkedKinds[size_t(index)] > 0;
 }
 
+quint32 Document::assignedKinds(quint64 setId) const
+{
+    const SetRecord *set = m_store->findSet(setId);
+    if (!set) {
+        return 0;
+    }
+    if (set->owner != NoSlot) {
+        return 1u << quint32(typeOf(m_store->idOf(set->owner)));
+    }
+    quint32 kinds = 0;
+    for (int index = 0; index < SceneKindCount; ++index) {
+        kinds |= set->linkedKinds[size_t(index)] > 0 ? 1u << (index + int(nkObjectType::Node)) : 0u;
+    }
+    return kinds;
+}
+
 quint64 Document::parentOf(quint64 objectId) const
 {
     const ObjectRecord *object = m_store->findObject(objectId);

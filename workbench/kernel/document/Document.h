@@ -82,6 +82,8 @@ public:
     bool isNumberText(quint64 entryId) const;
     /// Whether a shared set is assigned to at least one object of this kind. O(1).
     bool isAssignedToKind(quint64 setId, nkObjectType kind) const;
+    /// Those kinds as bits, bit n for the nkObjectType of value n; an object set answers its object's. O(1).
+    quint32 assignedKinds(quint64 setId) const;
 
     /// The parent node or group; 0 at the top level.
     quint64 parentOf(quint64 objectId) const;

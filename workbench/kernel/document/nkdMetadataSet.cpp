@@ -127,6 +127,11 @@ bool nkdMetadataSet::isAssigned() const
     return set && set->links.count > 0;
 }
 
+quint32 nkdMetadataSet::getAssignedKinds() const
+{
+    return Document::the().assignedKinds(getObjectId());
+}
+
 bool nkdMetadataSet::isAsset() const
 {
     return Document::the().assetState(getObjectId()) != AssetState::None;

@@ -35,7 +35,7 @@ QSize ColorField::sizeHint() const
 
 QSize ColorField::minimumSizeHint() const
 {
-    return QSize(120, 120);
+    return QSize(200, 200);
 }
 
 void ColorField::paintEvent(QPaintEvent *)

@@ -76,14 +76,18 @@ void drawIcon(QPainter *painter, const QStyleOptionToolButton &option, const QRe
 {
     const bool enabled = option.state & QStyle::State_Enabled;
     const bool on = option.state & QStyle::State_On;
-    option.icon.paint(painter, rect, Qt::AlignCenter, enabled ? QIcon::Normal : QIcon::Disabled,
+    QRect centred(QPoint(), option.iconSize);
+    centred.moveCenter(rect.center());
+    option.icon.paint(painter, centred, Qt::AlignCenter, enabled ? QIcon::Normal : QIcon::Disabled,
                       on ? QIcon::On : QIcon::Off);
 }
 
-/// The text stays away where not even a few letters of it would fit.
+/// The text stays away where neither all of it fits nor a few letters.
 bool hasRoomForText(const QStyleOptionToolButton &option, int width)
 {
-    return !option.text.isEmpty() && width >= option.fontMetrics.averageCharWidth() * 4;
+    const int least = qMin(option.fontMetrics.averageCharWidth() * 4,
+                           option.fontMetrics.horizontalAdvance(option.text));
+    return !option.text.isEmpty() && width >= least;
 }
 
 } // namespace

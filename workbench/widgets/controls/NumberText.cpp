@@ -41,43 +41,54 @@ Digits digitsOf(Number number)
     return taken;
 }
 
-void appendExponent(QString &text, int exponent)
+/// Collects the characters of one number in place: cells are formatted by the thousand.
+class Printer
 {
-    text += QLatin1Char('e');
-    text += QLatin1Char(exponent < 0 ? '-' : '+');
-    if (std::abs(exponent) < 10)
-        text += QLatin1Char('0');
-    text += QString::number(std::abs(exponent));
-}
-
-/// Digit position 0 is the one of 10^0, 1 the one after the point.
-void appendDigits(QString &text, const Digits &number, int from, int to, int exponent)
-{
-    for (int position = from; position <= to; ++position) {
-        const int index = position + exponent;
-        const bool known = index >= 0 && index < number.digits.size();
-        text += QLatin1Char(known ? number.digits[index] : '0');
+public:
+    QString print(const Digits &number)
+    {
+        const bool plain = number.exponent >= lowestPlainExponent && number.exponent <= highestPlainExponent;
+        const int exponent = plain ? number.exponent : 0;
+        if (number.negative)
+            put('-');
+        putDigits(number, -qMax(exponent, 0), 0, exponent);
+        const int fractionDigits = number.digits.size() - 1 - exponent;
+        if (fractionDigits > 0) {
+            m_text[m_size++] = QLocale().decimalPoint();
+            putDigits(number, 1, fractionDigits, exponent);
+        }
+        if (!plain)
+            putExponent(number.exponent);
+        return QString(m_text, m_size);
     }
-}
 
-QString print(const Digits &number)
-{
-    const bool plain = number.exponent >= lowestPlainExponent && number.exponent <= highestPlainExponent;
-    const int exponent = plain ? number.exponent : 0;
-    const int fractionDigits = number.digits.size() - 1 - exponent;
-    QString text;
-    text.reserve(number.digits.size() + 12);
-    if (number.negative)
-        text += QLatin1Char('-');
-    appendDigits(text, number, -qMax(exponent, 0), 0, exponent);
-    if (fractionDigits > 0) {
-        text += QLocale().decimalPoint();
-        appendDigits(text, number, 1, fractionDigits, exponent);
+private:
+    void put(char character) { m_text[m_size++] = QLatin1Char(character); }
+
+    /// Position 0 is the digit of 10^0, 1 the first one after the point.
+    void putDigits(const Digits &number, int from, int to, int exponent)
+    {
+        for (int position = from; position <= to; ++position) {
+            const int index = position + exponent;
+            put(index >= 0 && index < number.digits.size() ? number.digits[index] : '0');
+        }
     }
-    if (!plain)
-        appendExponent(text, number.exponent);
-    return text;
-}
+
+    void putExponent(int exponent)
+    {
+        put('e');
+        put(exponent < 0 ? '-' : '+');
+        const int size = std::abs(exponent);
+        if (size >= 100)
+            put(char('0' + size / 100));
+        put(char('0' + size / 10 % 10));
+        put(char('0' + size % 10));
+    }
+
+    /// Sign, point, 17 digits and as many zeros as plain notation adds, exponent.
+    QChar m_text[40];
+    int m_size = 0;
+};
 
 /// Walks over a text and says how far it follows the grammar of a number.
 class Scanner
@@ -154,10 +165,10 @@ QString NumberText::shortest(double value)
     // the greatest single on, the nearest single is infinite.
     constexpr double firstBeyondSingle = 0x1.ffffffp127;
     if (std::abs(value) >= firstBeyondSingle)
-        return print(digitsOf(value));
+        return Printer().print(digitsOf(value));
     const float single = float(value);
     const bool vanishes = single == 0.0F && value != 0.0;
-    return print(vanishes ? digitsOf(value) : digitsOf(single));
+    return Printer().print(vanishes ? digitsOf(value) : digitsOf(single));
 }
 
 NumberText::State NumberText::read(const QString &text, double *value)

@@ -8,17 +8,16 @@ QNKCollapsibleFrame::QNKCollapsibleFrame(QWidget *parent) : QFrame(parent), m_bu
     m_button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     m_button->setArrowType(Qt::DownArrow);
     m_button->setAutoRaise(true);
-    m_button->setCheckable(true);
-    m_button->setChecked(true);
     m_button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     m_button->setFocusPolicy(Qt::StrongFocus);
     m_button->setAccessibleName(tr("Section"));
+    m_button->setAccessibleDescription(tr("Expanded"));
 
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
     column->addWidget(m_button);
-    connect(m_button, &QToolButton::toggled, this, &QNKCollapsibleFrame::setExpanded);
+    connect(m_button, &QToolButton::clicked, this, [this] { setExpanded(!m_expanded); });
 }
 
 QNKCollapsibleFrame::~QNKCollapsibleFrame() = default;
@@ -42,7 +41,7 @@ void QNKCollapsibleFrame::setExpanded(bool expanded)
         return;
     m_expanded = expanded;
     m_button->setArrowType(expanded ? Qt::DownArrow : Qt::RightArrow);
-    m_button->setChecked(expanded);
+    m_button->setAccessibleDescription(expanded ? tr("Expanded") : tr("Collapsed"));
     if (m_content)
         m_content->setVisible(expanded);
     Q_EMIT expandedChanged(expanded);

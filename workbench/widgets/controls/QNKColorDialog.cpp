@@ -79,6 +79,7 @@ void QNKColorDialog::Private::makeFields()
     blue = makeSpiner(tr("Blue"));
     hex = new QLineEdit(q);
     hex->setAccessibleName(tr("Hexadecimal"));
+    hex->setMinimumWidth(hex->fontMetrics().horizontalAdvance(QStringLiteral("#00000000")) + 12);
     const QRegularExpression pattern(QStringLiteral("\\s*#?([0-9A-Fa-f]{3}|[0-9A-Fa-f]{6})\\s*"));
     hex->setValidator(new QRegularExpressionValidator(pattern, hex));
     recent = new RecentColors(q);

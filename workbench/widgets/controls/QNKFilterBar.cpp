@@ -27,8 +27,10 @@ struct QNKFilterBar::Private
         const bool filtering = enabling->isChecked() && !ticked.isEmpty();
         const QString summary = ticked.join(QStringLiteral(", "));
         types->setIcon(GlyphIcon::make(filtering ? GlyphIcon::Sign::FunnelActive : GlyphIcon::Sign::Funnel));
-        types->setText(filtering ? summary : QNKFilterBar::tr("All"));
-        types->setAccessibleDescription(types->text());
+        const QString shown = filtering ? summary : QNKFilterBar::tr("All");
+        // Beside the search, which needs the room, the button stays a sign.
+        types->setText(search->isHidden() ? shown : QString());
+        types->setAccessibleDescription(shown);
     }
 };
 
@@ -92,6 +94,7 @@ void QNKFilterBar::setSearchVisible(bool visible, bool clear)
     d->search->setVisible(visible);
     // Alone in the bar the button takes all of it and says in words what it lets through.
     d->types->setSizePolicy(visible ? QSizePolicy::Fixed : QSizePolicy::Expanding, QSizePolicy::Expanding);
+    d->showTypes();
     setFocusProxy(visible ? static_cast<QWidget *>(d->search) : d->types);
     if (!visible && clear)
         d->search->clear();

@@ -29,6 +29,13 @@ void QNKSpiner::stepBy(int steps)
     selectAll();
 }
 
+QString QNKSpiner::textFromValue(int value) const
+{
+    // Qt leaves the group separators in the least int, of whose digits it counts too few.
+    QString text = QSpinBox::textFromValue(value);
+    return isGroupSeparatorShown() ? text : text.remove(locale().groupSeparator());
+}
+
 void QNKSpiner::wheelEvent(QWheelEvent *event)
 {
     if (hasFocus())

@@ -9,6 +9,7 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QMenu>
+#include <QPainter>
 #include <QToolButton>
 
 namespace {
@@ -245,6 +246,16 @@ void QNKVariantListWidget::closeEvent(QCloseEvent *event)
 {
     d->commitOpenEditor();
     QWidget::closeEvent(event);
+}
+
+void QNKVariantListWidget::paintEvent(QPaintEvent *event)
+{
+    QWidget::paintEvent(event);
+    if (!isWindow())
+        return;
+    QPainter painter(this);
+    painter.setPen(palette().color(QPalette::Window).darker(140));
+    painter.drawRect(rect().adjusted(0, 0, -1, -1));
 }
 
 void QNKVariantListWidget::keyPressEvent(QKeyEvent *event)
