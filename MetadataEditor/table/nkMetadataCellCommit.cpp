@@ -1,8 +1,8 @@
-#include "nkMetadataCellCommit.h"
+#include "table/nkMetadataCellCommit.h"
 
-#include "nkMetadataKeyConflictBox.h"
-#include "nkMetadataKeyValueColumns.h"
-#include "nkMetadataValueType.h"
+#include "table/nkMetadataKeyConflictBox.h"
+#include "table/nkMetadataKeyValueColumns.h"
+#include "table/nkMetadataValueType.h"
 
 #include <nkKernelServices/nkScopedMultiCommand.h>
 #include <nkKernelServices/nkScopedUndo.h>
@@ -15,12 +15,8 @@ using namespace nkMetadataKeyValue;
 
 nkMetadataCellCommit::nkMetadataCellCommit(const nkdMetadataSet &set, const nkdMetadataEntry &entry,
                                            const QVariant &value, QNKItemModel *model)
-    : m_set(set)
-    , m_entry(entry)
-    , m_value(value)
-    , m_model(model)
-{
-}
+    : m_set(set), m_entry(entry), m_value(value), m_model(model)
+{}
 
 void nkMetadataCellCommit::run(int role, int column)
 {
@@ -60,9 +56,8 @@ void nkMetadataCellCommit::renameKey()
         return;
     }
     // Texts that the host keeps are copied to the heap: literals of the plug-in go when it is unloaded.
-    const nkScopedMultiCommand step(
-        nkUndoString(QCoreApplication::translate("Metadata", "Change key name"),
-                     QString(QLatin1String("Metadata Editor")), QString()));
+    const nkScopedMultiCommand step(nkUndoString(QCoreApplication::translate("Metadata", "Change key name"),
+                                                 QString(QLatin1String("Metadata Editor")), QString()));
     if (makeRoomFor(key)) {
         m_entry.setKey(key);
     }

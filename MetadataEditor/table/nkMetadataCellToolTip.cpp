@@ -1,8 +1,8 @@
-#include "nkMetadataCellToolTip.h"
+#include "table/nkMetadataCellToolTip.h"
 
-#include "nkMetadataKeyValueColumns.h"
-#include "nkMetadataValueText.h"
-#include "nkMetadataValueType.h"
+#include "table/nkMetadataKeyValueColumns.h"
+#include "table/nkMetadataValueText.h"
+#include "table/nkMetadataValueType.h"
 
 #include <QCoreApplication>
 #include <QMap>
@@ -17,7 +17,7 @@ constexpr int WrapLength = 21;
 
 QString columnPrefix(int column)
 {
-    static const QMap<int, QString> prefixes {
+    static const QMap<int, QString> prefixes{
         {IconColumn, QCoreApplication::translate("Metadata", "Icon indicating Entry Type")},
         {AssignmentColumn, QCoreApplication::translate("Metadata", "Assigned to")},
         {KeyColumn, QCoreApplication::translate("Metadata", "Metadata Key")},

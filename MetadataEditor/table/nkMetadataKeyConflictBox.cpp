@@ -1,4 +1,4 @@
-#include "nkMetadataKeyConflictBox.h"
+#include "table/nkMetadataKeyConflictBox.h"
 
 #include <QCoreApplication>
 #include <QMessageBox>
@@ -14,8 +14,8 @@ nkMetadataKeyConflictBox::Answer nkMetadataKeyConflictBox::ask()
                     QMessageBox::Cancel);
     box.setTextFormat(Qt::PlainText);
     box.setDefaultButton(QMessageBox::Cancel);
-    const QPushButton *replace =
-        box.addButton(QCoreApplication::translate("Metadata", "Replace"), QMessageBox::AcceptRole);
+    const QPushButton *replace = box.addButton(QCoreApplication::translate("Metadata", "Replace"),
+                                               QMessageBox::AcceptRole);
     box.exec();
     return box.clickedButton() == replace ? Replace : Cancel;
 }

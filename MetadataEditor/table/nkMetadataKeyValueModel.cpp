@@ -1,6 +1,6 @@
-#include "nkMetadataKeyValueModel.h"
+#include "table/nkMetadataKeyValueModel.h"
 
-#include "nkMetadataKeyValueRootModelItem.h"
+#include "table/nkMetadataKeyValueRootModelItem.h"
 
 nkMetadataKeyValueModel::nkMetadataKeyValueModel()
 {

@@ -1,10 +1,10 @@
-#include "nkMetadataKeyValueModelItem.h"
+#include "table/nkMetadataKeyValueModelItem.h"
 
-#include "nkMetadataCellCommit.h"
-#include "nkMetadataCellToolTip.h"
-#include "nkMetadataKeyValueColumns.h"
-#include "nkMetadataValueText.h"
-#include "nkMetadataValueType.h"
+#include "table/nkMetadataCellCommit.h"
+#include "table/nkMetadataCellToolTip.h"
+#include "table/nkMetadataKeyValueColumns.h"
+#include "table/nkMetadataValueText.h"
+#include "table/nkMetadataValueType.h"
 
 #include <nkKernelServices/nkMetadataEntryMime.h>
 
@@ -52,8 +52,7 @@ QVariant typeData(const nkdMetadataEntry &entry, int role)
 
 nkMetadataKeyValueModelItem::nkMetadataKeyValueModelItem(const nkdMetadataSet &set,
                                                          const nkdMetadataEntry &entry)
-    : m_setId(set.getObjectId())
-    , m_entryId(entry.getObjectId())
+    : m_setId(set.getObjectId()), m_entryId(entry.getObjectId())
 {
     setDragEnabled(true);
     setDropEnabled(false);

@@ -1,6 +1,6 @@
-#include "nkMetadataKeyValueRootModelItem.h"
+#include "table/nkMetadataKeyValueRootModelItem.h"
 
-#include "nkMetadataKeyValueModelItem.h"
+#include "table/nkMetadataKeyValueModelItem.h"
 
 namespace {
 
@@ -58,10 +58,8 @@ void appendRows(QList<QNKModelItem *> &rows, const nkdMetadataSet &set)
 nkMetadataKeyValueRootModelItem::nkMetadataKeyValueRootModelItem() = default;
 
 nkMetadataKeyValueRootModelItem::nkMetadataKeyValueRootModelItem(const QList<nkdMetadataSet> &sets)
-    : m_sets(sets)
-    , m_ids(idsOf(sets))
-{
-}
+    : m_sets(sets), m_ids(idsOf(sets))
+{}
 
 nkMetadataKeyValueRootModelItem::~nkMetadataKeyValueRootModelItem() = default;
 

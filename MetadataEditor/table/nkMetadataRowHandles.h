@@ -1,6 +1,6 @@
 #pragma once
 
-#include "nkMetadataKeyValueColumns.h"
+#include "table/nkMetadataKeyValueColumns.h"
 
 #include <nkKernelServices/nkdMetadataEntry.h>
 #include <nkKernelServices/nkdMetadataSet.h>

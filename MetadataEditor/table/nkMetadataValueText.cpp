@@ -1,4 +1,4 @@
-#include "nkMetadataValueText.h"
+#include "table/nkMetadataValueText.h"
 
 #include <nkQt4Ext/QNKDoubleSpiner.h>
 

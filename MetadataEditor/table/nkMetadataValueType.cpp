@@ -1,4 +1,4 @@
-#include "nkMetadataValueType.h"
+#include "table/nkMetadataValueType.h"
 
 #include <QCoreApplication>
 
@@ -7,9 +7,9 @@
 namespace {
 
 const char *const typeNames[] = {
-    QT_TRANSLATE_NOOP("Metadata", "String"), QT_TRANSLATE_NOOP("Metadata", "Integer"),
-    QT_TRANSLATE_NOOP("Metadata", "Float"),  QT_TRANSLATE_NOOP("Metadata", "Boolean"),
-    QT_TRANSLATE_NOOP("Metadata", "Time"),   QT_TRANSLATE_NOOP("Metadata", "Date"),
+    QT_TRANSLATE_NOOP("Metadata", "String"),        QT_TRANSLATE_NOOP("Metadata", "Integer"),
+    QT_TRANSLATE_NOOP("Metadata", "Float"),         QT_TRANSLATE_NOOP("Metadata", "Boolean"),
+    QT_TRANSLATE_NOOP("Metadata", "Time"),          QT_TRANSLATE_NOOP("Metadata", "Date"),
     QT_TRANSLATE_NOOP("Metadata", "Date and Time"), QT_TRANSLATE_NOOP("Metadata", "List"),
 };
 

@@ -78,6 +78,10 @@ public:
     /// The objects it is assigned to, in order of assignment; for an object set, its one object.
     QList<nkdSceneObject> getObjects() const;
 
+    /// The kinds of the objects it is assigned to: bit n stands for the nkObjectType of value n. O(1). 0 for
+    /// an unassigned set; for an object set, its object's kind.
+    Q_INVOKABLE quint32 getAssignedKinds() const;
+
     /// The set as JSON text in the layout of set files (one set); empty for null and dead handles.
     QByteArray getJson() const;
     /// Replaces entries, name and colour by what json holds: one change.

@@ -2,6 +2,7 @@
 
 #include "nkKernelServicesGUIExport.h"
 
+#include <QTimer>
 #include <QWidget>
 
 class QLabel;
@@ -29,8 +30,20 @@ Q_SIGNALS:
     void searchChanged(bool enabled, const QString &query);
 
 private:
+    void setUpField();
+    void setUpSwitch();
+    void setUpState();
+    void search();
+    void onTextEdited();
+    void onReturnPressed();
+    void tell(bool enabled, const QString &query);
+    void showState();
+
     QLineEdit *m_lineEdit = nullptr;
     QToolButton *m_switch = nullptr;
+    QLabel *m_stateIcon = nullptr;
     QLabel *m_stateLabel = nullptr;
+    QTimer m_pause;
     int m_state = Idle;
+    bool m_told = false; // whether the last search told was enabled
 };

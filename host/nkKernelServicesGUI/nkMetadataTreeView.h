@@ -35,6 +35,12 @@ Q_SIGNALS:
     void focusChanged(bool hasFocus);
 
 protected:
+    bool event(QEvent *event) override;
     void focusInEvent(QFocusEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;
+
+private:
+    bool m_heldFocus = false; // when the window was last deactivated
+    bool m_windowLeft = false;
+    bool m_gainedMeanwhile = false;
 };

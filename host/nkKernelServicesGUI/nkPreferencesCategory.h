@@ -36,7 +36,7 @@ public:
 
     /// Which keys the next apply is to put into effect; set by the dialog.
     void setChangedKeys(const QStringList &keys) { m_changedKeys = keys; }
-    bool isChanged(const QString &key) const { return m_changedKeys.contains(key); }
+    bool isChanged(const QString &key) const { return m_allChanged || m_changedKeys.contains(key); }
 
 protected:
     /// Adds the category to the dialog's list: defaults are written where missing, and every key counts as
@@ -46,4 +46,5 @@ protected:
 private:
     QString m_name;
     QStringList m_changedKeys;
+    bool m_allChanged = false;
 };

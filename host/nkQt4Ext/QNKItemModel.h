@@ -82,6 +82,8 @@ Q_SIGNALS:
 
 private:
     friend class QNKModelItem;
+    friend class RowChange;
+    friend class RowPlace;
     struct Private;
     std::unique_ptr<Private> d;
 };

@@ -7,8 +7,6 @@
 #include <QVariant>
 #include <QVector>
 
-#include <memory>
-
 class QDataStream;
 class QMimeData;
 class QNKItemModel;
@@ -96,22 +94,34 @@ protected:
 
 private:
     friend class QNKItemModel;
+    friend class RowStore;
+    friend class RowChange;
+    friend struct RowPlan;
+    friend struct RowDiff;
 
     struct Datum
     {
-        int column;
-        int role;
         QVariant value;
+        int role;
+        qint16 column;
+        bool stored; // with setItemData: outlives reload; else made, or committed by an edit
     };
     using Data = QVector<Datum>;
+    enum class Children : qint8 { Unmade, BeingMade, Made };
+    enum class Answer : qint8 { None, No, Yes };
+
+    Datum *remembered(int role, int column) const;
+    bool remember(int role, const QVariant &value, int column) const;
+    void takeChildren(const QVector<QNKModelItem *> &children);
 
     QNKModelItem *m_parent = nullptr;
     QVector<QNKModelItem *> m_children;
-    mutable std::unique_ptr<Data> m_data;
+    mutable Data m_data;
     QNKItemModel *m_model = nullptr; // the root's only
     int m_row = -1;
-    int m_slot = -1;
-    bool m_childrenLoaded = false;
+    int m_slot = -1; // -1: not in a model
+    Children m_childrenState = Children::Unmade;
+    Answer m_toldChildren = Answer::None; // what hasChildren answered last
     bool m_dragEnabled = false;
     bool m_dropEnabled = false;
     bool m_editable = false;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <interchange/ExtrasKey.h>
 #include <interchange/JsonSpan.h>
 
 #include <QString>
@@ -43,7 +44,9 @@ struct ExtrasEntry
     /// The key is a path key: it stands for as many steps as ExtrasKey::split answers.
     bool isPath = false;
 
-    JsonSpan memberSpan() const { return { memberOffset, valueSpan.end() - memberOffset }; }
+    /// The keys that lead to the value from the extras on; at least one.
+    QStringList path() const { return isPath ? ExtrasKey::split(key) : QStringList(key); }
+    JsonSpan memberSpan() const { return {memberOffset, valueSpan.end() - memberOffset}; }
 };
 
 /// A run of consecutive elements in one of the vectors of a GltfScene.

@@ -45,10 +45,12 @@ bool GlbContainer::readHeader(QIODevice &device)
     if (!isGlb(header))
         return fail(0, tr("the file does not begin as a binary glTF does"));
     if (const quint32 version = wordAt(header, 4); version != SupportedVersion)
-        return fail(4, tr("the file is a binary glTF of version %1, and only version 2 can be read").arg(version));
+        return fail(
+            4, tr("the file is a binary glTF of version %1, and only version 2 can be read").arg(version));
     const qint64 length = wordAt(header, 8);
     if (length != m_fileLength)
-        return fail(8, tr("the header says the file has %1 bytes, but it has %2").arg(length).arg(m_fileLength));
+        return fail(8,
+                    tr("the header says the file has %1 bytes, but it has %2").arg(length).arg(m_fileLength));
     return true;
 }
 
@@ -56,7 +58,7 @@ bool GlbContainer::readJsonChunk(QIODevice &device)
 {
     if (m_fileLength == HeaderSize)
         return fail(HeaderSize, tr("the file ends behind its header and holds no scene"));
-    Chunk chunk {};
+    Chunk chunk{};
     if (!readChunkHeader(device, chunk))
         return false;
     if (chunk.type != JsonChunk)
@@ -76,7 +78,7 @@ bool GlbContainer::readJsonChunk(QIODevice &device)
 bool GlbContainer::checkOtherChunks(QIODevice &device)
 {
     while (device.pos() < m_fileLength) {
-        Chunk chunk {};
+        Chunk chunk{};
         if (!readChunkHeader(device, chunk))
             return false;
         device.seek(device.pos() + chunk.length);
@@ -90,7 +92,7 @@ bool GlbContainer::readChunkHeader(QIODevice &device, Chunk &chunk)
     const QByteArray header = device.read(ChunkHeaderSize);
     if (header.size() < ChunkHeaderSize)
         return fail(offset + header.size(), tr("the file ends inside the header of a chunk"));
-    chunk = { wordAt(header, 0), wordAt(header, 4) };
+    chunk = {wordAt(header, 0), wordAt(header, 4)};
     const qint64 rest = m_fileLength - offset - ChunkHeaderSize;
     if (chunk.length > rest)
         return fail(offset, tr("a chunk says it has %1 bytes, but %2 are left").arg(chunk.length).arg(rest));

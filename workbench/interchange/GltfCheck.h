@@ -39,8 +39,9 @@ private:
 };
 
 /// The members of `object` with these keys, absent where there is none; of equal keys the last. One walk.
-template<size_t Count>
-std::array<JsonValue, Count> knownMembers(const JsonValue &object, const std::array<QLatin1String, Count> &keys)
+template <size_t Count>
+std::array<JsonValue, Count> knownMembers(const JsonValue &object,
+                                          const std::array<QLatin1String, Count> &keys)
 {
     std::array<JsonValue, Count> found;
     for (const JsonValue member : object.children()) {

@@ -25,8 +25,10 @@ bool GltfHierarchy::linkParents()
             if (known == parent)
                 return fail(parent, i, tr("nodes[%1] is named twice as a child of the same node").arg(index));
             if (known >= 0)
-                return fail(parent, i, tr("nodes[%1] is already a child of nodes[%2]; a node has one parent only")
-                                           .arg(index).arg(known));
+                return fail(parent, i,
+                            tr("nodes[%1] is already a child of nodes[%2]; a node has one parent only")
+                                .arg(index)
+                                .arg(known));
             known = parent;
         }
     }
@@ -49,7 +51,8 @@ bool GltfHierarchy::checkDepth()
             reached[size_t(node)] = true;
             const IndexRange range = m_scene.nodes[size_t(node)].children;
             if (range.count > 0 && depth >= m_maximalDepth)
-                return fail(node, 0, tr("the nodes stand more than %1 levels below each other").arg(m_maximalDepth));
+                return fail(node, 0,
+                            tr("the nodes stand more than %1 levels below each other").arg(m_maximalDepth));
             for (quint32 i = range.first; i < range.end(); ++i)
                 below.push_back(m_scene.children[i]);
         }
@@ -74,7 +77,8 @@ bool GltfHierarchy::failAtCircle(const std::vector<bool> &reached)
     quint32 position = 0;
     while (m_scene.children[range.first + position] != node)
         ++position;
-    return fail(parent, position, tr("nodes[%1] is a child of itself, directly or through other nodes").arg(node));
+    return fail(parent, position,
+                tr("nodes[%1] is a child of itself, directly or through other nodes").arg(node));
 }
 
 void GltfHierarchy::collectRoots()
@@ -114,7 +118,7 @@ void GltfHierarchy::noteRootWithParent(quint32 scene, quint32 position)
 
 bool GltfHierarchy::fail(qint32 node, quint32 position, const QString &reason)
 {
-    m_fault = { node, position, reason };
+    m_fault = {node, position, reason};
     return false;
 }
 

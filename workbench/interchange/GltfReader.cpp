@@ -60,10 +60,9 @@ struct GltfReader::Root
 {
     explicit Root(const JsonValue &value)
     {
-        static const std::array<QLatin1String, 9> keys {
-            QLatin1String("asset"), CamerasKey, ExtensionsKey, MeshesKey, NodesKey,
-            MaterialsKey, ScenesKey, QLatin1String("scene"), ExtrasKeyword
-        };
+        static const std::array<QLatin1String, 9> keys{
+            QLatin1String("asset"), CamerasKey, ExtensionsKey,          MeshesKey,    NodesKey,
+            MaterialsKey,           ScenesKey,  QLatin1String("scene"), ExtrasKeyword};
         const auto found = knownMembers(value, keys);
         asset = found[0];
         cameras = found[1];
@@ -79,7 +78,7 @@ struct GltfReader::Root
     JsonValue asset, cameras, extensions, meshes, nodes, materials, scenes, scene, extras;
 };
 
-GltfReader::GltfReader(const GltfLimits &limits) : m_limits(limits) { }
+GltfReader::GltfReader(const GltfLimits &limits) : m_limits(limits) {}
 
 bool GltfReader::read(const QByteArray &json, GltfScene &scene)
 {
@@ -113,8 +112,9 @@ bool GltfReader::readRoot(const JsonValue &value)
     if (!readAsset(value, root.asset) || !m_check.isArray(root.meshes))
         return false;
     const quint32 meshCount = root.meshes.isPresent() ? root.meshes.count() : 0;
-    const bool read = readCameras(root.cameras) && readLights(root.extensions) && readNodes(root.nodes, meshCount)
-        && readMaterials(root.materials) && readScenes(root.scenes, root.scene) && resolveHierarchy(root.nodes);
+    const bool read = readCameras(root.cameras) && readLights(root.extensions)
+                      && readNodes(root.nodes, meshCount) && readMaterials(root.materials)
+                      && readScenes(root.scenes, root.scene) && resolveHierarchy(root.nodes);
     if (read)
         reportOtherExtras(value);
     return read;
@@ -122,7 +122,8 @@ bool GltfReader::readRoot(const JsonValue &value)
 
 bool GltfReader::readAsset(const JsonValue &root, const JsonValue &asset)
 {
-    static const Keys3 keys { QLatin1String("version"), QLatin1String("minVersion"), QLatin1String("generator") };
+    static const Keys3 keys{QLatin1String("version"), QLatin1String("minVersion"),
+                            QLatin1String("generator")};
     if (!asset.isPresent())
         return m_check.fail(root, tr("the JSON text is no glTF scene: it has no “asset”"));
     if (!m_check.isObject(asset))
@@ -130,35 +131,37 @@ bool GltfReader::readAsset(const JsonValue &root, const JsonValue &asset)
     const auto [version, minimalVersion, generator] = knownMembers(asset, keys);
     if (!version.isPresent())
         return m_check.fail(asset, tr("the “asset” does not say its glTF version"));
-    for (const JsonValue &text : { version, minimalVersion, generator }) {
+    for (const JsonValue &text : {version, minimalVersion, generator}) {
         if (!m_check.isText(text))
             return false;
     }
     if (!textOf(version).startsWith(QLatin1String("2.")))
-        return m_check.fail(version, tr("the file is glTF %1, and only glTF 2.0 can be read").arg(textOf(version)));
+        return m_check.fail(version,
+                            tr("the file is glTF %1, and only glTF 2.0 can be read").arg(textOf(version)));
     if (minimalVersion.isPresent() && textOf(minimalVersion) != QLatin1String("2.0"))
-        return m_check.fail(minimalVersion, tr("the file needs a reader of glTF %1").arg(textOf(minimalVersion)));
+        return m_check.fail(minimalVersion,
+                            tr("the file needs a reader of glTF %1").arg(textOf(minimalVersion)));
     m_scene.generator = textOf(generator);
     return true;
 }
 
 bool GltfReader::readCameras(const JsonValue &cameras)
 {
-    static const Keys2 keys { QLatin1String("name"), QLatin1String("type") };
+    static const Keys2 keys{QLatin1String("name"), QLatin1String("type")};
     if (!m_check.isArrayOfObjects(cameras))
         return false;
     for (const JsonValue camera : cameras.children()) {
         const auto [name, type] = knownMembers(camera, keys);
         if (!m_check.isText(name) || !m_check.isText(type))
             return false;
-        m_scene.cameras.push_back({ textOf(name), cameraType(textOf(type)) });
+        m_scene.cameras.push_back({textOf(name), cameraType(textOf(type))});
     }
     return true;
 }
 
 bool GltfReader::readLights(const JsonValue &extensions)
 {
-    static const Keys2 keys { QLatin1String("name"), QLatin1String("type") };
+    static const Keys2 keys{QLatin1String("name"), QLatin1String("type")};
     if (!m_check.isObject(extensions))
         return false;
     const JsonValue punctual = extensions.find(PunctualLights);
@@ -171,7 +174,7 @@ bool GltfReader::readLights(const JsonValue &extensions)
         const auto [name, type] = knownMembers(light, keys);
         if (!m_check.isText(name) || !m_check.isText(type))
             return false;
-        m_scene.lights.push_back({ textOf(name), lightType(textOf(type)) });
+        m_scene.lights.push_back({textOf(name), lightType(textOf(type))});
     }
     return true;
 }
@@ -191,15 +194,16 @@ bool GltfReader::readNodes(const JsonValue &nodes, quint32 meshCount)
 
 bool GltfReader::readNode(const JsonValue &value, quint32 index, quint32 meshCount)
 {
-    static const std::array<QLatin1String, 6> keys {
-        QLatin1String("name"), QLatin1String("children"), QLatin1String("camera"),
-        QLatin1String("mesh"), ExtensionsKey, ExtrasKeyword
-    };
+    static const std::array<QLatin1String, 6> keys{QLatin1String("name"),   QLatin1String("children"),
+                                                   QLatin1String("camera"), QLatin1String("mesh"),
+                                                   ExtensionsKey,           ExtrasKeyword};
     const auto [name, children, camera, mesh, extensions, extras] = knownMembers(value, keys);
     SceneNode &node = m_scene.nodes[index];
     const bool good = m_check.isText(name) && readChildren(children, node)
-        && m_check.isIndex(camera, static_cast<quint32>(m_scene.cameras.size()), CamerasKey, node.camera)
-        && m_check.isIndex(mesh, meshCount, MeshesKey, node.mesh) && readLightOf(extensions, node);
+                      && m_check.isIndex(camera, static_cast<quint32>(m_scene.cameras.size()), CamerasKey,
+                                         node.camera)
+                      && m_check.isIndex(mesh, meshCount, MeshesKey, node.mesh)
+                      && readLightOf(extensions, node);
     if (!good)
         return false;
     if (node.camera >= 0)
@@ -208,7 +212,7 @@ bool GltfReader::readNode(const JsonValue &value, quint32 index, quint32 meshCou
         node.kind = SceneNodeKind::Light;
     node.span = value.span();
     node.extrasSpan = spanOf(extras);
-    node.entries = m_extras->read(extras, { NodesKey, index });
+    node.entries = m_extras->read(extras, {NodesKey, index});
     nameNode(textOf(name), index);
     return true;
 }
@@ -251,15 +255,15 @@ void GltfReader::nameNode(const QString &name, quint32 index)
         node.name = m_scene.lights[size_t(node.light)].name;
     if (!node.name.isEmpty())
         return;
-    const QString pattern = node.kind == SceneNodeKind::Camera ? tr("Camera %1")
-        : node.kind == SceneNodeKind::Light                    ? tr("Light %1")
-                                                               : tr("Node %1");
+    const QString pattern = node.kind == SceneNodeKind::Camera  ? tr("Camera %1")
+                            : node.kind == SceneNodeKind::Light ? tr("Light %1")
+                                                                : tr("Node %1");
     node.name = pattern.arg(index);
 }
 
 bool GltfReader::readMaterials(const JsonValue &materials)
 {
-    static const Keys2 keys { QLatin1String("name"), ExtrasKeyword };
+    static const Keys2 keys{QLatin1String("name"), ExtrasKeyword};
     if (!m_check.isArrayOfObjects(materials))
         return false;
     quint32 index = 0;
@@ -273,7 +277,7 @@ bool GltfReader::readMaterials(const JsonValue &materials)
             material.name = tr("Material %1").arg(index);
         material.span = value.span();
         material.extrasSpan = spanOf(extras);
-        material.entries = m_extras->read(extras, { MaterialsKey, index++ });
+        material.entries = m_extras->read(extras, {MaterialsKey, index++});
         m_scene.materials.push_back(material);
     }
     return true;
@@ -293,11 +297,11 @@ bool GltfReader::readScenes(const JsonValue &scenes, const JsonValue &defaultSce
 
 bool GltfReader::readScene(const JsonValue &scene)
 {
-    static const Keys2 keys { QLatin1String("name"), NodesKey };
+    static const Keys2 keys{QLatin1String("name"), NodesKey};
     const auto [name, nodes] = knownMembers(scene, keys);
     if (!m_check.isText(name) || !m_check.isArray(nodes))
         return false;
-    SceneListing listing { textOf(name), {} };
+    SceneListing listing{textOf(name), {}};
     for (const JsonValue node : nodes.children()) {
         qint32 index = -1;
         if (!m_check.isIndex(node, static_cast<quint32>(m_scene.nodes.size()), NodesKey, index))
@@ -314,7 +318,8 @@ bool GltfReader::resolveHierarchy(const JsonValue &nodes)
     if (hierarchy.resolve())
         return true;
     const GltfHierarchy::Fault &fault = hierarchy.fault();
-    const JsonValue children = childAt(nodes, static_cast<quint32>(fault.node)).find(QLatin1String("children"));
+    const JsonValue children =
+        childAt(nodes, static_cast<quint32>(fault.node)).find(QLatin1String("children"));
     return m_check.fail(childAt(children, fault.position), fault.reason);
 }
 
@@ -327,7 +332,8 @@ void GltfReader::reportOtherExtras(const JsonValue &root)
         if (key == NodesKey || key == MaterialsKey)
             continue;
         if (member.isObject() && key != ExtrasKeyword && member.find(ExtrasKeyword).isPresent())
-            m_scene.report.addUntouched(JsonPath().append(key).append(ExtrasKeyword).text(), ImportReason::OtherOwner);
+            m_scene.report.addUntouched(JsonPath().append(key).append(ExtrasKeyword).text(),
+                                        ImportReason::OtherOwner);
         if (!member.isArray())
             continue;
         quint32 index = 0;

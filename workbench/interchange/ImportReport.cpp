@@ -36,7 +36,8 @@ QString ImportReport::text(ImportReason reason)
 QString ImportReport::summary() const
 {
     return tr("%1 entries read as they are, %2 converted, %3 left untouched in the file")
-        .arg(QString::number(m_keptCount), QString::number(m_converted.size()), QString::number(m_untouched.size()));
+        .arg(QString::number(m_keptCount), QString::number(m_converted.size()),
+             QString::number(m_untouched.size()));
 }
 
 QString ImportReport::details(int limit) const

@@ -8,16 +8,16 @@ namespace interchange {
 
 /// Why something in a file did not become exactly the entry one might expect, or none at all.
 enum class ImportReason : quint8 {
-    LongInteger,       ///< converted: an integer beyond 32 bits became text
-    UnboundedNumber,   ///< converted: a number beyond the range of doubles became text
-    BrokenText,        ///< converted: half a surrogate pair became U+FFFD
-    ExtrasNoObject,    ///< untouched: the extras are a bare value
-    EmptyObject,       ///< untouched
-    NestedArray,       ///< untouched: an array inside an array
-    ObjectInArray,     ///< untouched: an array that holds objects
-    HiddenByLaterKey,  ///< untouched: a later member of the object has the same key
-    OtherOwner,        ///< untouched: extras of something that carries no metadata here (a mesh, a scene…)
-    RootHasParent      ///< a scene names a node as root that has a parent; it is shown below its parent
+    LongInteger,      ///< converted: an integer beyond 32 bits became text
+    UnboundedNumber,  ///< converted: a number beyond the range of doubles became text
+    BrokenText,       ///< converted: half a surrogate pair became U+FFFD
+    ExtrasNoObject,   ///< untouched: the extras are a bare value
+    EmptyObject,      ///< untouched
+    NestedArray,      ///< untouched: an array inside an array
+    ObjectInArray,    ///< untouched: an array that holds objects
+    HiddenByLaterKey, ///< untouched: a later member of the object has the same key
+    OtherOwner,       ///< untouched: extras of something that carries no metadata here (a mesh, a scene…)
+    RootHasParent     ///< a scene names a node as root that has a parent; it is shown below its parent
 };
 
 /// What came of the metadata of a file: how many entries were read as they stand, which values were converted,
@@ -35,9 +35,9 @@ public:
 
     /// Counts an entry whose value says exactly what the file says.
     void addKept() { ++m_keptCount; }
-    void addConverted(const QString &path, ImportReason reason) { m_converted.append({ path, reason }); }
-    void addUntouched(const QString &path, ImportReason reason) { m_untouched.append({ path, reason }); }
-    void addNote(const QString &path, ImportReason reason) { m_notes.append({ path, reason }); }
+    void addConverted(const QString &path, ImportReason reason) { m_converted.append({path, reason}); }
+    void addUntouched(const QString &path, ImportReason reason) { m_untouched.append({path, reason}); }
+    void addNote(const QString &path, ImportReason reason) { m_notes.append({path, reason}); }
 
     /// Entries read without any change of meaning; each knows its place itself (ExtrasEntry, JSON path by key).
     int keptCount() const { return m_keptCount; }

@@ -19,14 +19,14 @@ struct JsonPlace
 /// Why a JSON text cannot be read.
 enum class JsonErrorCode {
     None,
-    Empty,           ///< nothing but white space
-    Truncated,       ///< the text ends inside a value
-    UnexpectedText,  ///< a character that cannot stand at its place
+    Empty,          ///< nothing but white space
+    Truncated,      ///< the text ends inside a value
+    UnexpectedText, ///< a character that cannot stand at its place
     BadNumber,
-    BadString,       ///< a control character or an unknown escape
+    BadString, ///< a control character or an unknown escape
     BadUtf8,
-    TooDeep,         ///< more containers inside each other than allowed
-    TrailingText     ///< something behind the outermost value
+    TooDeep,     ///< more containers inside each other than allowed
+    TrailingText ///< something behind the outermost value
 };
 
 /// The first thing wrong in a JSON text: code, place and a reason for people ("a comma or “]” is expected").
@@ -35,8 +35,8 @@ struct JsonError
     JsonErrorCode code = JsonErrorCode::None;
     quint32 offset = 0; ///< byte of the text
     JsonPlace place;
-    QString path;       ///< the innermost value that was being read: `$.nodes[3].name`
-    QString reason;     ///< a clause without a capital and a full stop, translated
+    QString path;   ///< the innermost value that was being read: `$.nodes[3].name`
+    QString reason; ///< a clause without a capital and a full stop, translated
 
     bool isSet() const { return code != JsonErrorCode::None; }
 };

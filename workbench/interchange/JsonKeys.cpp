@@ -28,7 +28,8 @@ QVector<JsonValue> hiddenAmongFew(const Members &members)
     QVector<JsonValue> hidden;
     for (int i = 0; i < members.size(); ++i) {
         const JsonValue &own = members[i];
-        if (std::any_of(members.begin() + i + 1, members.end(), [&](const JsonValue &later) { return sameKey(own, later); }))
+        if (std::any_of(members.begin() + i + 1, members.end(),
+                        [&](const JsonValue &later) { return sameKey(own, later); }))
             hidden.append(own);
     }
     return hidden;
@@ -44,7 +45,8 @@ QVector<JsonValue> hiddenAmongMany(const JsonValue &object)
             hidden.append(known);
         known = member;
     }
-    std::sort(hidden.begin(), hidden.end(), [](const JsonValue &a, const JsonValue &b) { return a.index() < b.index(); });
+    std::sort(hidden.begin(), hidden.end(),
+              [](const JsonValue &a, const JsonValue &b) { return a.index() < b.index(); });
     return hidden;
 }
 

@@ -21,7 +21,7 @@ constexpr size_t LargestFirstReserve = 4u << 20;
 /// Bytes that end the quick run through a string: quote, backslash, controls and everything that is not ASCII.
 constexpr std::array<bool, 256> stoppers()
 {
-    std::array<bool, 256> stops {};
+    std::array<bool, 256> stops{};
     for (size_t byte = 0; byte < stops.size(); ++byte)
         stops[byte] = byte < 0x20 || byte >= 0x80 || byte == '"' || byte == '\\';
     return stops;
@@ -42,11 +42,11 @@ bool isHexDigit(char c)
 } // namespace
 
 JsonParser::JsonParser(const QByteArray &text, const JsonLimits &limits)
-    : m_text(text)
-    , m_limits(limits)
-    , m_begin(m_text.constData())
-    , m_end(m_begin + m_text.size())
-    , m_at(m_begin)
+    : m_text(text),
+      m_limits(limits),
+      m_begin(m_text.constData()),
+      m_end(m_begin + m_text.size()),
+      m_at(m_begin)
 {
     m_tree.m_text = m_text;
     m_tree.m_cells.reserve(std::min(size_t(m_text.size()) / BytesPerValue + 16, LargestFirstReserve));
@@ -63,7 +63,9 @@ bool JsonParser::parse()
             return false;
     }
     skipSpace();
-    return atEnd() || fail(JsonErrorCode::TrailingText, tr("%1 stands behind the end of the JSON text").arg(characterHere()));
+    return atEnd()
+           || fail(JsonErrorCode::TrailingText,
+                   tr("%1 stands behind the end of the JSON text").arg(characterHere()));
 }
 
 bool JsonParser::parseOutermost()
@@ -203,7 +205,8 @@ bool JsonParser::parseDigits()
     if (atEnd())
         return fail(JsonErrorCode::Truncated, tr("the text ends inside a number"));
     if (!isDigit(*m_at))
-        return fail(JsonErrorCode::BadNumber, tr("%1 cannot stand in a number; a digit is expected").arg(characterHere()));
+        return fail(JsonErrorCode::BadNumber,
+                    tr("%1 cannot stand in a number; a digit is expected").arg(characterHere()));
     while (!atEnd() && isDigit(*m_at))
         ++m_at;
     return true;
@@ -275,7 +278,7 @@ bool JsonParser::openContainer(JsonKind kind)
                     tr("objects and arrays stand more than %1 levels inside each other").arg(m_limits.depth));
     const char *const from = m_at++;
     appendCell(from, kind);
-    m_open.push_back({ m_tree.size() - 1, 0, 0, 0, kind == JsonKind::Object, false });
+    m_open.push_back({m_tree.size() - 1, 0, 0, 0, kind == JsonKind::Object, false});
     return true;
 }
 
@@ -342,7 +345,8 @@ QString JsonParser::currentPath() const
 {
     JsonPath path;
     for (const Open &container : m_open) {
-        const std::string_view inside(m_begin + container.keyOffset + 1, std::max(container.keyLength, 2u) - 2);
+        const std::string_view inside(m_begin + container.keyOffset + 1,
+                                      std::max(container.keyLength, 2u) - 2);
         if (!container.isObject && container.children > 0)
             path.append(container.children - 1);
         else if (container.isObject && container.keyLength > 0)
@@ -358,7 +362,7 @@ QString JsonParser::characterHere() const
     const uint byte = static_cast<uchar>(*m_at);
     if (length == 0 || byte < 0x20 || byte == 0x7f)
         return tr("the byte 0x%1").arg(byte, 2, 16, QLatin1Char('0'));
-    return tr("“%1”").arg(JsonString::fromUtf8({ m_at, static_cast<size_t>(length) }));
+    return tr("“%1”").arg(JsonString::fromUtf8({m_at, static_cast<size_t>(length)}));
 }
 
 } // namespace interchange

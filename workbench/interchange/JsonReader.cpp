@@ -4,7 +4,7 @@
 
 namespace interchange {
 
-JsonReader::JsonReader(JsonLimits limits) : m_limits(limits) { }
+JsonReader::JsonReader(JsonLimits limits) : m_limits(limits) {}
 
 bool JsonReader::read(const QByteArray &text, JsonTree &tree)
 {

@@ -39,7 +39,8 @@ bool replaceLoneSurrogates(QString &text)
     for (int i = 0; i < text.size(); ++i) {
         if (!text.at(i).isSurrogate())
             continue;
-        const bool pair = text.at(i).isHighSurrogate() && i + 1 < text.size() && text.at(i + 1).isLowSurrogate();
+        const bool pair = text.at(i).isHighSurrogate() && i + 1 < text.size()
+                          && text.at(i + 1).isLowSurrogate();
         if (pair) {
             ++i;
         } else {
@@ -79,7 +80,7 @@ QString JsonString::decoded(std::string_view inside, bool *replaced)
         const char *plain = at;
         while (at < end && *at != '\\')
             ++at;
-        text += fromUtf8({ plain, static_cast<size_t>(at - plain) });
+        text += fromUtf8({plain, static_cast<size_t>(at - plain)});
         if (at == end)
             break;
         const bool unicode = at[1] == 'u';

@@ -4,7 +4,6 @@
 #include <interchange/JsonString.h>
 
 #include <charconv>
-#include <cmath>
 
 namespace interchange {
 
@@ -13,7 +12,7 @@ JsonSpan JsonValue::memberSpan() const
     const JsonCell &own = cell();
     if (own.keyLength == 0)
         return span();
-    return { own.keyOffset, own.offset + own.length - own.keyOffset };
+    return {own.keyOffset, own.offset + own.length - own.keyOffset};
 }
 
 QString JsonValue::key() const
@@ -80,7 +79,7 @@ double JsonValue::toDouble(bool *ok) const
     // A zero with any exponent is zero, whatever the library thinks of the exponent.
     if (zero)
         number = *first == '-' ? -0.0 : 0.0;
-    *ok = zero || (result.ec == std::errc() && std::isfinite(number) && number != 0.0);
+    *ok = zero || result.ec == std::errc();
     return *ok ? number : 0.0;
 }
 

@@ -38,9 +38,9 @@ public:
     const JsonTree *tree() const { return m_tree; }
 
     /// The value in the text, quotes and brackets included.
-    JsonSpan span() const { return { cell().offset, cell().length }; }
+    JsonSpan span() const { return {cell().offset, cell().length}; }
     /// The key in the text with its quotes; empty for what is no member.
-    JsonSpan keySpan() const { return { cell().keyOffset, cell().keyLength }; }
+    JsonSpan keySpan() const { return {cell().keyOffset, cell().keyLength}; }
     /// From the key's quote to the end of the value; the value alone for what is no member.
     JsonSpan memberSpan() const;
     /// `$.nodes[3].name`; see JsonTree::pathOf.
@@ -88,7 +88,7 @@ private:
     const JsonCell &cell() const { return m_tree->cell(m_index); }
     std::string_view bytes(quint32 offset, quint32 length) const
     {
-        return { m_tree->text().constData() + offset, length };
+        return {m_tree->text().constData() + offset, length};
     }
     bool is(JsonKind kind) const { return m_tree && cell().kind == kind; }
 
@@ -118,9 +118,10 @@ public:
     };
 
     JsonChildren() = default;
-    JsonChildren(const JsonTree *tree, quint32 first, quint32 end) : m_tree(tree), m_first(first), m_end(end) {}
-    Iterator begin() const { return { m_tree, m_first }; }
-    Iterator end() const { return { m_tree, m_end }; }
+    JsonChildren(const JsonTree *tree, quint32 first, quint32 end) : m_tree(tree), m_first(first), m_end(end)
+    {}
+    Iterator begin() const { return {m_tree, m_first}; }
+    Iterator end() const { return {m_tree, m_end}; }
 
 private:
     const JsonTree *m_tree = nullptr;

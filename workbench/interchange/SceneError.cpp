@@ -74,7 +74,8 @@ QString SceneError::placeText() const
     if (m_line == 0)
         return tr("at byte %1").arg(m_offset);
     return tr("line %1, column %2, byte %3, at %4")
-        .arg(QString::number(m_line), QString::number(m_column), QString::number(m_offset), shortened(m_path));
+        .arg(QString::number(m_line), QString::number(m_column), QString::number(m_offset),
+             shortened(m_path));
 }
 
 } // namespace interchange

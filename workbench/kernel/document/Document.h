@@ -82,6 +82,8 @@ public:
     bool isNumberText(quint64 entryId) const;
     /// Whether a shared set is assigned to at least one object of this kind. O(1).
     bool isAssignedToKind(quint64 setId, nkObjectType kind) const;
+    /// Those kinds as bits, bit n for the nkObjectType of value n; an object set answers its object's. O(1).
+    quint32 assignedKinds(quint64 setId) const;
 
     /// The parent node or group; 0 at the top level.
     quint64 parentOf(quint64 objectId) const;
@@ -98,8 +100,10 @@ public:
     /// Number of living scene objects of all kinds.
     int objectCount() const;
 
-    /// The tables behind all of it, for the rooms of the kernel.
+    /// The tables behind all of it and the clipboards, for the kernel's own classes.
     const Store &store() const { return *m_store; }
+    Clipboard &clipboard() const { return *m_clipboard; }
+    ChangeScopes &scopes() const { return *m_scopes; }
 
 Q_SIGNALS:
     /// Scene objects and sets (object sets too, entries not) have ceased to live. Comes when the change is
@@ -120,8 +124,11 @@ private:
     friend class ChangeScopes;
     friend class DocumentLoader;
     friend class Kernel;
+    friend class Operation;
 
     Document();
+    /// The store becomes the scene: no history, unmodified, announced where either scene held anything.
+    void replaceScene(std::unique_ptr<Store> store);
 
     std::unique_ptr<Store> m_store;
     std::unique_ptr<ChangeScopes> m_scopes;

@@ -12,13 +12,16 @@
 
 namespace kernel {
 
+class EntryValue;
 class Store;
+enum class ChangeKind : quint8;
 
 /// Fills the document from a file, fast: no undo steps and no announcements while it works. commit() makes
 /// the result the scene and announces it once, by metadataChanged(7); without commit() nothing has happened.
 ///
-/// Ids are final as soon as they are given out, but their objects live only from commit() on. What does not
-/// fit (an unknown parent, a value that is none of its type) is answered with 0 or false and adds nothing.
+/// Ids are final as soon as they are given out; in Replace mode nobody but the loader knows them before
+/// commit(). What does not fit (an unknown parent, a value that is none of its type) is answered with 0 or
+/// false and adds nothing.
 class NK_KERNEL_SERVICES_EXPORT DocumentLoader
 {
     Q_DISABLE_COPY(DocumentLoader)
@@ -26,21 +29,18 @@ public:
     enum class Mode {
         /// The loaded scene takes the place of the present one, whole or not at all.
         Replace,
-        /// The loaded objects are added to the present scene, which may be referred to (parents, sets).
+        /// The loaded objects are added to the present scene, which may be referred to (parents, sets). While
+        /// the loader lives an undo scope is open.
         Add
     };
 
-    /// A loader made while an undo scope or another adding loader is open adds nothing and commits nothing.
+    /// A loader made while an undo scope is open adds nothing and commits nothing.
     explicit DocumentLoader(Mode mode = Mode::Replace);
     /// Drops what was not committed.
     ~DocumentLoader();
 
-    /// Expected numbers, so that tables are made large enough once; not binding.
-    void reserve(int objects, int sets, int entries);
-
     /// A scene object at the end of its parent's children; see Document::createObject for what fits where.
     quint64 addObject(nkObjectType type, const QString &name, quint64 parentId = 0);
-    void setObjectLocked(quint64 objectId, bool locked);
     /// A shared set.
     /// @param name made unique; empty: "MetadataSet", made unique
     /// @param color invalid: the colour of new sets
@@ -63,16 +63,21 @@ public:
     bool assign(quint64 setId, quint64 objectId);
 
     /// Makes what was loaded the scene: the undo stack is emptied, the document counts as unmodified in
-    /// Replace mode and as modified in Add mode, clipboards stay. Only the first call does anything.
-    /// @return false where a scope is open; nothing has changed then
+    /// Replace mode and as modified in Add mode (where anything came), clipboards stay. The first call ends
+    /// the loading.
+    /// @return false where a scope is open that is not the loader's own; nothing has changed then, and the
+    ///         call may be made again
     bool commit();
 
 private:
-    Store *target() const;
+    quint64 add(quint64 setId, const QString &key, EntryValue value);
+    void appear(ChangeKind kind, quint32 slotOrLink);
 
+    const Mode m_mode;
+    /// The scene to be, in Replace mode.
     std::unique_ptr<Store> m_aside;
+    /// What is being filled; null before it could begin and after it ended.
     Store *m_target = nullptr;
-    Mode m_mode;
 };
 
 } // namespace kernel

@@ -140,7 +140,7 @@ QVariant readList(QDataStream &stream, int depth)
 {
     quint32 count = 0;
     stream >> count;
-    if (depth >= EntryValueStream::deepestList) {
+    if (depth > EntryValueStream::deepestList) {
         stream.setStatus(QDataStream::ReadCorruptData);
     }
     QVariantList list;

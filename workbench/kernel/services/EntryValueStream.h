@@ -1,5 +1,7 @@
 #pragma once
 
+#include <nkKernelServices/nkKernelServicesExport.h>
+
 #include <QDataStream>
 #include <QVariant>
 
@@ -12,8 +14,8 @@ namespace kernel::EntryValueStream {
 constexpr int deepestList = 16;
 
 /// Writes value; one of a type that no entry stores is written as its text.
-void write(QDataStream &stream, const QVariant &value);
+NK_KERNEL_SERVICES_EXPORT void write(QDataStream &stream, const QVariant &value);
 /// Reads what write left. Anything else leaves the stream in an error state and gives an invalid value.
-QVariant read(QDataStream &stream);
+NK_KERNEL_SERVICES_EXPORT QVariant read(QDataStream &stream);
 
 } // namespace kernel::EntryValueStream

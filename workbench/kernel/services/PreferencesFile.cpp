@@ -48,16 +48,18 @@ PreferencesFile::PreferencesFile(const QString &path) : m_path(path) {}
 
 QJsonObject PreferencesFile::readValues()
 {
-    return readRoot().value(valuesMember).toObject();
+    return readRoot().value_or(QJsonObject()).value(valuesMember).toObject();
 }
 
-QString PreferencesFile::writeValues(const QJsonObject &values)
+QString PreferencesFile::writeValues(const QJsonObject &changed, const QJsonObject &all)
 {
-    QJsonObject root = readRoot();
+    const std::optional<QJsonObject> present = readRoot();
     if (m_blocked) {
         return translate("What stands in its place cannot be read nor moved away");
     }
+    QJsonObject root = present.value_or(QJsonObject());
     QJsonObject merged = root.value(valuesMember).toObject();
+    const QJsonObject &values = present ? changed : all;
     for (auto value = values.begin(); value != values.end(); ++value) {
         merged.insert(value.key(), value.value());
     }
@@ -68,33 +70,33 @@ QString PreferencesFile::writeValues(const QJsonObject &values)
     return DurableFile::replace(m_path, QJsonDocument(root).toJson(QJsonDocument::Indented));
 }
 
-QJsonObject PreferencesFile::readRoot()
+std::optional<QJsonObject> PreferencesFile::readRoot()
 {
     m_blocked = false;
     if (!QFileInfo::exists(m_path)) {
-        return QJsonObject();
+        return std::nullopt;
     }
     QString damage;
     const QByteArray bytes = readAll(m_path, &damage);
-    const QJsonObject root = damage.isEmpty() ? parse(bytes, &damage) : QJsonObject();
-    if (!damage.isEmpty()) {
+    const std::optional<QJsonObject> root = damage.isEmpty() ? parse(bytes, &damage) : std::nullopt;
+    if (!root) {
         setAside(damage);
     }
     return root;
 }
 
-QJsonObject PreferencesFile::parse(const QByteArray &bytes, QString *damage) const
+std::optional<QJsonObject> PreferencesFile::parse(const QByteArray &bytes, QString *damage) const
 {
     QJsonParseError error;
     const QJsonDocument document = QJsonDocument::fromJson(bytes, &error);
     if (error.error != QJsonParseError::NoError) {
         *damage = translate("%1 at byte %2").arg(error.errorString()).arg(error.offset);
-        return QJsonObject();
+        return std::nullopt;
     }
     const QJsonValue values = document.object().value(valuesMember);
     if (!document.isObject() || !(values.isObject() || values.isUndefined())) {
         *damage = translate("it holds no preferences");
-        return QJsonObject();
+        return std::nullopt;
     }
     return document.object();
 }

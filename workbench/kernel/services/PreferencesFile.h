@@ -5,6 +5,8 @@
 #include <QJsonObject>
 #include <QString>
 
+#include <optional>
+
 namespace kernel {
 
 /// The preferences on disk, readable and small: {"values": {KEY: VALUE, ...}, "version": 1}, where a whole
@@ -23,14 +25,15 @@ public:
     QString path() const { return m_path; }
     /// The values of the file; empty where there is none or it is damaged.
     QJsonObject readValues();
-    /// Puts values into the file beside what it holds by now, which may be more than was read: another
-    /// running program keeps what it wrote.
+    /// Puts the changed values into the file beside what it holds by now, which may be more than was read:
+    /// another running program keeps what it wrote. Where the file has gone or was damaged meanwhile, all
+    /// values are written.
     /// @return the reason of the failure; empty on success
-    QString writeValues(const QJsonObject &values);
+    QString writeValues(const QJsonObject &changed, const QJsonObject &all);
 
 private:
-    QJsonObject readRoot();
-    QJsonObject parse(const QByteArray &bytes, QString *damage) const;
+    std::optional<QJsonObject> readRoot();
+    std::optional<QJsonObject> parse(const QByteArray &bytes, QString *damage) const;
     void setAside(const QString &damage);
 
     const QString m_path;

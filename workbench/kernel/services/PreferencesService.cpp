@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 namespace kernel {
 
@@ -127,14 +128,25 @@ bool PreferencesService::flush()
     if (m_unsaved.isEmpty()) {
         return true;
     }
-    const QString error = m_file.writeValues(m_unsaved);
+    // Taken out first: what is reported on the way may make a listener set a value, or flush.
+    const QJsonObject changed = std::exchange(m_unsaved, QJsonObject());
+    const QString error = m_file.writeValues(changed, QJsonObject(m_values));
     if (!error.isEmpty()) {
+        keepUnsaved(changed);
         tellWriteFailure(error);
         return false;
     }
-    m_unsaved = QJsonObject();
     m_failureTold = false;
     return true;
+}
+
+void PreferencesService::keepUnsaved(const QJsonObject &changed)
+{
+    for (auto value = changed.begin(); value != changed.end(); ++value) {
+        if (!m_unsaved.contains(value.key())) {
+            m_unsaved.insert(value.key(), value.value());
+        }
+    }
 }
 
 void PreferencesService::tellWriteFailure(const QString &reason)

@@ -35,6 +35,7 @@ public:
 private:
     void setValue(const QString &key, const QJsonValue &value, bool overwrite);
     void queueFlush();
+    void keepUnsaved(const QJsonObject &changed);
     void tellWriteFailure(const QString &reason);
     void tellWrongKind(const QString &key) const;
 

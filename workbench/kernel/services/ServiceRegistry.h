@@ -38,6 +38,10 @@ public:
             return *static_cast<Service *>(present);
         }
         auto made = std::make_unique<Service>();
+        // What a service says while it is being made may have brought up another of its kind.
+        if (QObject *present = m_index.value(key)) {
+            return *static_cast<Service *>(present);
+        }
         Service &result = *made;
         m_index.insert(key, &result);
         m_services.push_back(std::move(made));

@@ -1,0 +1,252 @@
+#include "frame/nkMetadataEditorModule.h"
+
+#include "frame/nkMetadataEditorUpdater.h"
+#include "table/nkMetadataKeyValueColumns.h"
+#include "table/nkMetadataKeyValueModel.h"
+#include "table/nkMetadataKeyValueRootModelItem.h"
+#include "table/nkMetadataKeyValueTreeView.h"
+#include "tree/nkMetadataTreeWidget.h"
+
+#include <nkKernelServices/nkAssetsService.h>
+#include <nkKernelServices/nkCameraService.h>
+#include <nkKernelServices/nkLightService.h>
+#include <nkKernelServices/nkMainWindowService.h>
+#include <nkKernelServices/nkMaterialService.h>
+#include <nkKernelServices/nkMetadataService.h>
+#include <nkKernelServices/nkObjectService.h>
+#include <nkKernelServices/nkScenegraphService.h>
+#include <nkKernelServices/nkSceneplateService.h>
+#include <nkQt4Ext/nkIconManager.h>
+
+#include <QCoreApplication>
+#include <QEvent>
+#include <QVBoxLayout>
+
+using namespace nkMetadataKeyValue;
+
+namespace {
+
+nkMetadataEditorModule *theWindow = nullptr;
+
+void fillFrame(QFrame *frame, const QList<QWidget *> &widgets)
+{
+    auto *layout = new QVBoxLayout(frame);
+    layout->setContentsMargins(0, 0, 0, 0);
+    for (QWidget *widget : widgets) {
+        layout->addWidget(widget);
+    }
+}
+
+QString iconInfo(const char *text)
+{
+    return QCoreApplication::translate("MetadataIconInfo", text);
+}
+
+} // namespace
+
+nkMetadataEditorModule::nkMetadataEditorModule(QWidget *parent, const QString &objectName)
+    : QMainWindow(parent)
+{
+    theWindow = this;
+    setObjectName(objectName);
+    setupUi(this);
+    createUpdater();
+    createTrees();
+    createTable();
+    connectHost();
+    registerWithHost();
+}
+
+nkMetadataEditorModule::~nkMetadataEditorModule()
+{
+    delete m_keyValueModel;
+    delete m_updater;
+    theWindow = nullptr;
+}
+
+nkMetadataEditorModule *nkMetadataEditorModule::instance()
+{
+    return theWindow;
+}
+
+QList<nkMetadataTreeWidget *> nkMetadataEditorModule::treeWidgets() const
+{
+    return {m_upperTree};
+}
+
+void nkMetadataEditorModule::createUpdater()
+{
+    m_horizontalSplitter->setSizes({10, 20});
+    m_updater = new nkMetadataEditorUpdater;
+    m_updater->setEnabled(false);
+    connect(m_updater, &QNKUpdateScheduler::updateScheduled, this,
+            &nkMetadataEditorModule::onUpdateScheduled);
+    connect(m_updater, &QNKUpdateScheduler::enabled, m_updater,
+            [updater = m_updater] { updater->requestUpdate(nkMetadataUpdate::AllButSelectionLists); });
+}
+
+void nkMetadataEditorModule::createTrees()
+{
+    m_upperTree = new nkMetadataTreeWidget(this);
+    m_upperTree->setMode(TreeMode::Sets);
+    m_upperTree->setHasLastFocus(true);
+    fillFrame(m_upperTreeFrame, {m_upperTree});
+    connect(m_upperTree, &nkMetadataTreeWidget::metadataSelectionChanged, this,
+            &nkMetadataEditorModule::onMetadataSelectionChanged);
+    // An empty frame would take half of the tree side.
+    m_lowerTreeFrame->hide();
+}
+
+void nkMetadataEditorModule::createTable()
+{
+    m_rootItem = new nkMetadataKeyValueRootModelItem;
+    m_keyValueModel = new nkMetadataKeyValueModel;
+    nameTableColumns();
+    m_keyValueModel->setRootItem(m_rootItem);
+    m_keyValueView = new nkMetadataKeyValueTreeView(this);
+    m_keyValueView->setModel(m_keyValueModel);
+    m_keyValueView->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    fillFrame(m_keyValueFrame, {m_keyValueView});
+    m_propertyFrame->hide();
+}
+
+void nkMetadataEditorModule::nameTableColumns()
+{
+    m_keyValueModel->setHeader({QString(), tr("Assignment"), tr("Key"), tr("Value"), tr("Type")});
+    const auto setData = [this](int column, int role, const QString &text) {
+        m_keyValueModel->setHeaderData(column, Qt::Horizontal, text, role);
+    };
+    setData(IconColumn, Qt::UserRole, tr("Icon"));
+    setData(IconColumn, Qt::ToolTipRole,
+            QStringLiteral("%1<br>&#x2022; %2<br>&#x2022; %3<br>&#x2022; %4<br>&#x2022; %5")
+                .arg(tr("Icon Column - lists 4 different icon types:"),
+                     iconInfo(QT_TRANSLATE_NOOP("MetadataIconInfo", "Tag on Object")),
+                     iconInfo(QT_TRANSLATE_NOOP("MetadataIconInfo", "Entry on Object")),
+                     iconInfo(QT_TRANSLATE_NOOP("MetadataIconInfo", "Tag inside Set")),
+                     iconInfo(QT_TRANSLATE_NOOP("MetadataIconInfo", "Entry inside Set"))));
+    setData(AssignmentColumn, Qt::ToolTipRole,
+            tr("Assignment Column - lists the Set or Object where entries are assigned to."));
+    setData(KeyColumn, Qt::ToolTipRole, tr("Metadata Key Column - lists the chosen names of the Keys."));
+    setData(ValueColumn, Qt::ToolTipRole, tr("Metadata Value Column - lists the defined Value of its type."));
+    setData(TypeColumn, Qt::ToolTipRole, tr("Metadata Type Column - indicates the type of the entry."));
+}
+
+void nkMetadataEditorModule::connectHost()
+{
+    connect(&nkObjectService::the(), &nkObjectService::propertyChanged, this,
+            &nkMetadataEditorModule::onPropertyChanged);
+    connect(&nkAssetsService::the(), &nkAssetsService::assetsChanged, this, [this] {
+        m_updater->requestUpdate(nkMetadataUpdate::Table);
+        m_updater->requestUpdate(nkMetadataUpdate::BothTrees);
+    });
+    connect(&nkMetadataService::the(), &nkMetadataService::metadataChanged, this,
+            &nkMetadataEditorModule::onMetadataChanged);
+    connect(&nkMetadataService::the(), &nkMetadataService::selectionChanged, m_upperTree,
+            &nkMetadataTreeWidget::selectObjects);
+    connectEditorSelections();
+}
+
+void nkMetadataEditorModule::connectEditorSelections()
+{
+    const auto requestLists = [this] { m_updater->requestUpdate(nkMetadataUpdate::SelectionLists); };
+    connect(&nkScenegraphService::the(), &nkScenegraphService::selectionChanged, this, requestLists);
+    connect(&nkMaterialService::the(), &nkMaterialService::selectionChanged, this, requestLists);
+    connect(&nkLightService::the(), &nkLightService::nodeSelectionChanged, this, requestLists);
+    connect(&nkCameraService::the(), &nkCameraService::selectionChanged, this, requestLists);
+    connect(&nkSceneplateService::the(), &nkSceneplateService::nodesSelected, this, requestLists);
+}
+
+void nkMetadataEditorModule::registerWithHost()
+{
+    // Texts that the host keeps are copied to the heap: literals of the plug-in go when it is unloaded.
+    nkMainWindowService::the().registerModule(
+        QString(QLatin1String("Metadata Editor")), QString(QLatin1String("Scene")), this,
+        QString(QLatin1String("Toolclip_Metadata")),
+        nkIconManager::getIcon(QString(QLatin1String("ModuleMetadataEditor")), QString()), tr("Metadata"),
+        false);
+}
+
+void nkMetadataEditorModule::showEvent(QShowEvent *event)
+{
+    QMainWindow::showEvent(event);
+    m_updater->enable();
+}
+
+void nkMetadataEditorModule::hideEvent(QHideEvent *event)
+{
+    m_updater->disable();
+    QMainWindow::hideEvent(event);
+}
+
+void nkMetadataEditorModule::changeEvent(QEvent *event)
+{
+    QMainWindow::changeEvent(event);
+    // The table remembers its text colours, which come from the palette.
+    if (event->type() == QEvent::PaletteChange && m_updater) {
+        m_updater->requestUpdate(nkMetadataUpdate::Table);
+    }
+}
+
+void nkMetadataEditorModule::onMetadataSelectionChanged(const QList<nkdMetadataSet> &sets)
+{
+    m_rootItem->setSets(sets);
+    reloadTable();
+}
+
+void nkMetadataEditorModule::onPropertyChanged(const nkdObject &object, const QString &property)
+{
+    if (object.isTypeOf(nkdMetadataEntry::staticMetaObject)) {
+        m_updater->requestUpdate(nkMetadataUpdate::Table);
+        m_updater->requestUpdate(nkMetadataUpdate::PropertyPanel);
+        return;
+    }
+    const bool isRenamedObject = property == QLatin1String("name")
+                                 && (object.isTypeOf(nkdNode::staticMetaObject)
+                                     || object.isTypeOf(nkdMaterial::staticMetaObject));
+    if (isRenamedObject || object.isTypeOf(nkdMetadataSet::staticMetaObject)) {
+        m_updater->requestUpdate(nkMetadataUpdate::UpperTree);
+        m_updater->requestUpdate(nkMetadataUpdate::LowerTree);
+        m_updater->requestUpdate(nkMetadataUpdate::Table);
+    }
+}
+
+void nkMetadataEditorModule::onMetadataChanged(nkMetadataTypes::ChangeFlag flags)
+{
+    if (flags & (nkMetadataTypes::SetsChanged | nkMetadataTypes::AssignmentsChanged)) {
+        m_updater->requestUpdate(nkMetadataUpdate::BothTrees);
+    }
+    if (flags & nkMetadataTypes::EntriesChanged) {
+        m_updater->requestUpdate(nkMetadataUpdate::Table);
+        m_updater->requestUpdate(nkMetadataUpdate::PropertyPanel);
+    }
+}
+
+void nkMetadataEditorModule::onUpdateScheduled(uint bits)
+{
+    if (bits & nkMetadataUpdate::UpperTree) {
+        m_upperTree->reload();
+    }
+    if (bits & nkMetadataUpdate::Table) {
+        reloadTable();
+    }
+    if (bits & nkMetadataUpdate::SelectionLists) {
+        reloadSelectionLists();
+    }
+}
+
+void nkMetadataEditorModule::reloadTable()
+{
+    m_keyValueView->setSortingEnabled(false);
+    m_keyValueModel->reload();
+    m_keyValueView->setSortingEnabled(true);
+}
+
+void nkMetadataEditorModule::reloadSelectionLists()
+{
+    const QList<nkMetadataTreeWidget *> trees = treeWidgets();
+    for (nkMetadataTreeWidget *tree : trees) {
+        if (tree->getMode() == TreeMode::LastSelection) {
+            tree->reload();
+        }
+    }
+}

@@ -1,0 +1,71 @@
+#pragma once
+
+#include "ui_nkMetadataEditorGUI.h"
+
+#include <nkKernelServices/nkMetadataTypes.h>
+#include <nkKernelServices/nkdMetadataSet.h>
+#include <nkKernelServices/nkdObject.h>
+
+#include <QList>
+#include <QMainWindow>
+
+class nkMetadataEditorUpdater;
+class nkMetadataKeyValueModel;
+class nkMetadataKeyValueRootModelItem;
+class nkMetadataKeyValueTreeView;
+class nkMetadataTreeWidget;
+
+/// The editor window: a tree of metadata sets or scene objects beside the table of the entries of what is
+/// selected there. There is one, made when the plug-in starts and registered with the host's main window. It
+/// follows the host's changes while it is shown, and catches up once when it is shown again.
+class nkMetadataEditorModule : public QMainWindow, private Ui::nkMetadataEditorGUI
+{
+    Q_OBJECT
+public:
+    /// Builds the window, connects it to the host and registers it.
+    /// @param objectName empty: the form's name
+    nkMetadataEditorModule(QWidget *parent, const QString &objectName);
+    ~nkMetadataEditorModule() override;
+
+    /// The one window; null before construction and after destruction.
+    static nkMetadataEditorModule *instance();
+
+    /// The trees, upper first.
+    QList<nkMetadataTreeWidget *> treeWidgets() const;
+    nkMetadataEditorUpdater *updater() const { return m_updater; }
+
+public Q_SLOTS:
+    /// Shows the entries of these sets in the table.
+    void onMetadataSelectionChanged(const QList<nkdMetadataSet> &sets);
+    /// Asks for the refreshes that a change of one property of one object makes necessary.
+    void onPropertyChanged(const nkdObject &object, const QString &property);
+    /// Refreshes what the bits (nkMetadataUpdate::Bit) name, lowest bit first.
+    void onUpdateScheduled(uint bits);
+
+protected:
+    void showEvent(QShowEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
+    void changeEvent(QEvent *event) override;
+
+private:
+    void createUpdater();
+    void createTrees();
+    void createTable();
+    void nameTableColumns();
+    void connectHost();
+    void connectEditorSelections();
+    void registerWithHost();
+
+    void onMetadataChanged(nkMetadataTypes::ChangeFlag flags);
+    void reloadTable();
+    void reloadSelectionLists();
+
+    nkMetadataTreeWidget *m_upperTree = nullptr;
+    nkMetadataKeyValueTreeView *m_keyValueView = nullptr;
+    /// Without parent; deleted by the destructor, before the views.
+    nkMetadataKeyValueModel *m_keyValueModel = nullptr;
+    /// Owned by m_keyValueModel.
+    nkMetadataKeyValueRootModelItem *m_rootItem = nullptr;
+    /// Without parent; deleted by the destructor.
+    nkMetadataEditorUpdater *m_updater = nullptr;
+};

@@ -1,0 +1,121 @@
+#include "table/nkMetadataTableFilterModel.h"
+
+#include "table/nkMetadataKeyValueColumns.h"
+#include "table/nkMetadataRowHandles.h"
+
+#include <QColor>
+
+using namespace nkMetadataKeyValue;
+
+nkMetadataTableFilterModel::nkMetadataTableFilterModel(QObject *parent) : nkMetadataFilterModel(parent) {}
+
+nkMetadataTableFilterModel::~nkMetadataTableFilterModel() = default;
+
+void nkMetadataTableFilterModel::setKeyFilter(const QString &filter)
+{
+    setText(m_key, filter);
+}
+
+void nkMetadataTableFilterModel::setValueFilter(const QString &filter)
+{
+    setText(m_value, filter);
+}
+
+void nkMetadataTableFilterModel::setText(QStringMatcher &filter, const QString &text)
+{
+    if (filter.pattern() != text) {
+        filter.setPattern(text);
+        refilter();
+    }
+}
+
+void nkMetadataTableFilterModel::setTypeFilter(const QList<int> &allowedTypes)
+{
+    if (m_allowedTypes != allowedTypes) {
+        m_allowedTypes = allowedTypes;
+        m_typeFilterEmpty = allowedTypes.isEmpty();
+        refilter();
+    }
+}
+
+void nkMetadataTableFilterModel::enableTypeFilter(bool enable)
+{
+    if (m_typeFilterEnabled != enable) {
+        m_typeFilterEnabled = enable;
+        refilter();
+    }
+}
+
+void nkMetadataTableFilterModel::prepareFilter()
+{
+    nkMetadataFilterModel::prepareFilter();
+    if (m_name.pattern() != nameFilter()) {
+        m_name.setPattern(nameFilter());
+    }
+}
+
+bool nkMetadataTableFilterModel::acceptsRow(int sourceRow, const QModelIndex &sourceParent) const
+{
+    const auto cell = [&](int column) { return sourceModel()->index(sourceRow, column, sourceParent); };
+    return acceptsText(m_name, cell(AssignmentColumn)) && acceptsText(m_key, cell(KeyColumn))
+           && acceptsText(m_value, cell(ValueColumn)) && acceptsType(cell(AssignmentColumn))
+           && acceptsState(cell(AssignmentColumn));
+}
+
+bool nkMetadataTableFilterModel::acceptsText(const QStringMatcher &filter,
+                                             const QModelIndex &sourceIndex) const
+{
+    return filter.pattern().isEmpty() || filter.indexIn(sourceIndex.data(Qt::DisplayRole).toString()) != -1;
+}
+
+bool nkMetadataTableFilterModel::acceptsType(const QModelIndex &sourceIndex) const
+{
+    if (m_typeFilterEmpty || !m_typeFilterEnabled) {
+        return true;
+    }
+    const nkdMetadataEntry entry = nkMetadataRowHandles::entry(sourceIndex);
+    return m_allowedTypes.contains(entry.getValueType())
+           || (m_allowedTypes.contains(TagType) && entry.isTag());
+}
+
+bool nkMetadataTableFilterModel::acceptsState(const QModelIndex &sourceIndex) const
+{
+    if (!isStateFilterEnabled() || stateFilter().isEmpty()) {
+        return true;
+    }
+    const nkdMetadataSet set = nkMetadataRowHandles::set(sourceIndex);
+    return set.isNull() || filterState(set);
+}
+
+bool nkMetadataTableFilterModel::lessThan(const QModelIndex &left, const QModelIndex &right) const
+{
+    if (left.column() != IconColumn) {
+        return nkMetadataFilterModel::lessThan(left, right);
+    }
+    const QColor leftColor = left.data(ColorRole).value<QColor>();
+    const QColor rightColor = right.data(ColorRole).value<QColor>();
+    if (leftColor == rightColor) {
+        return lessByTexts(left, right);
+    }
+    if (leftColor.hsvHue() != rightColor.hsvHue()) {
+        return leftColor.hsvHue() < rightColor.hsvHue();
+    }
+    if (leftColor.hsvSaturation() != rightColor.hsvSaturation()) {
+        return leftColor.hsvSaturation() < rightColor.hsvSaturation();
+    }
+    return leftColor.value() < rightColor.value();
+}
+
+bool nkMetadataTableFilterModel::lessByTexts(const QModelIndex &left, const QModelIndex &right) const
+{
+    const auto text = [](const QModelIndex &index, int column) {
+        return index.sibling(index.row(), column).data(Qt::DisplayRole).toString();
+    };
+    // Right before left is meant: within one colour the rows run against the order of the other columns.
+    const QString leftName = text(left, AssignmentColumn);
+    const QString rightName = text(right, AssignmentColumn);
+    if (leftName != rightName) {
+        return lessThan(rightName, leftName);
+    }
+    return lessThan(text(right, KeyColumn), text(left, KeyColumn));
+}

@@ -1,0 +1,15 @@
+#include <nkKernelServicesGUI/nkRadioButtonWidget.h>
+
+#include <QHBoxLayout>
+#include <QRadioButton>
+
+nkRadioButtonWidget::nkRadioButtonWidget(QRadioButton *button, QWidget *parent)
+    : QWidget(parent), m_button(button)
+{
+    QHBoxLayout *row = new QHBoxLayout(this);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->addWidget(button, 0, Qt::AlignCenter);
+    setFocusProxy(button);
+}
+
+nkRadioButtonWidget::~nkRadioButtonWidget() = default;

@@ -1,0 +1,3 @@
+#include <nkKernelServicesGUI/nkControlFactory.h>
+
+nkControlFactory::~nkControlFactory() = default;

@@ -1,0 +1,60 @@
+#include "NameDelegate.h"
+
+#include "gui/dialogs/ValueText.h"
+
+#include <QCoreApplication>
+#include <QLineEdit>
+
+#include <limits>
+
+namespace {
+
+constexpr char shownName[] = "shownName";
+
+bool isTouched(const QLineEdit *edit)
+{
+    const QVariant shown = edit->property(shownName);
+    return shown.isValid() && shown.toString() != edit->text();
+}
+
+} // namespace
+
+NameDelegate::NameDelegate(QObject *parent) : QStyledItemDelegate(parent) {}
+
+NameDelegate::~NameDelegate() = default;
+
+QString NameDelegate::displayText(const QVariant &value, const QLocale &) const
+{
+    return ValueText::oneLine(value.toString());
+}
+
+QWidget *NameDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem &, const QModelIndex &) const
+{
+    QLineEdit *edit = new QLineEdit(parent);
+    edit->setMaxLength(std::numeric_limits<int>::max());
+    edit->setAccessibleName(QCoreApplication::translate("Metadata", "Name"));
+    return edit;
+}
+
+void NameDelegate::setEditorData(QWidget *editor, const QModelIndex &index) const
+{
+    QLineEdit *edit = qobject_cast<QLineEdit *>(editor);
+    if (!edit || isTouched(edit)) {
+        return;
+    }
+    const QString name = index.data(Qt::EditRole).toString();
+    if (edit->property(shownName).toString() != name || !edit->property(shownName).isValid()) {
+        edit->setText(name);
+        edit->selectAll();
+    }
+    // What the field made of the name, so that this by itself never counts as an edit.
+    edit->setProperty(shownName, edit->text());
+}
+
+void NameDelegate::setModelData(QWidget *editor, QAbstractItemModel *model, const QModelIndex &index) const
+{
+    const QLineEdit *edit = qobject_cast<QLineEdit *>(editor);
+    if (edit && isTouched(edit)) {
+        model->setData(index, edit->text(), Qt::EditRole);
+    }
+}

@@ -1,0 +1,191 @@
+#include "Document.h"
+
+#include "ChangeScopes.h"
+#include "Clipboard.h"
+#include "Kernel.h"
+#include "ObjectOperations.h"
+#include "SceneWalk.h"
+#include "SetOperations.h"
+#include "Store.h"
+
+#include <algorithm>
+
+namespace kernel {
+
+Document::Document()
+    : m_store(std::make_unique<Store>()), m_scopes(std::make_unique<ChangeScopes>(*this)),
+      m_clipboard(std::make_unique<Clipboard>())
+{
+}
+
+Document::~Document() = default;
+
+Document &Document::the()
+{
+    return Kernel::the().document();
+}
+
+bool Document::clear()
+{
+    if (isScopeOpen()) {
+        return false;
+    }
+    m_clipboard->clear();
+    replaceScene(std::make_unique<Store>());
+    return true;
+}
+
+void Document::replaceScene(std::unique_ptr<Store> store)
+{
+    const bool hasNews = !m_store->isEmpty() || !store->isEmpty();
+    // The history goes before anybody hears of the new scene, the old scene after.
+    m_store.swap(store);
+    m_scopes->startAnew(hasNews);
+}
+
+// Undo --------------------------------------------------------------------------------------------------
+
+QUndoStack *Document::undoStack() const
+{
+    return &m_scopes->stack();
+}
+
+bool Document::undo()
+{
+    if (isScopeOpen() || !undoStack()->canUndo()) {
+        return false;
+    }
+    undoStack()->undo();
+    return true;
+}
+
+bool Document::redo()
+{
+    if (isScopeOpen() || !undoStack()->canRedo()) {
+        return false;
+    }
+    undoStack()->redo();
+    return true;
+}
+
+bool Document::isScopeOpen() const
+{
+    return m_scopes->isOpen();
+}
+
+bool Document::isModified() const
+{
+    return m_scopes->isModified();
+}
+
+void Document::markSaved()
+{
+    m_scopes->markSaved();
+}
+
+// Operations --------------------------------------------------------------------------------------------
+
+quint64 Document::createObject(nkObjectType type, const QString &name, quint64 parentId)
+{
+    return ObjectOperations::create(type, name, parentId);
+}
+
+bool Document::deleteObjects(const QList<quint64> &ids)
+{
+    return ObjectOperations::remove(ids);
+}
+
+bool Document::setAssetState(quint64 setId, AssetState state, const QString &assetId)
+{
+    return SetOperations::setAsset(setId, state, assetId);
+}
+
+// Reading -----------------------------------------------------------------------------------------------
+
+nkObjectType Document::typeOf(quint64 id) const
+{
+    return m_store->typeOf(m_store->slotOf(id));
+}
+
+AssetState Document::assetState(quint64 setId) const
+{
+    const SetRecord *set = m_store->findSet(setId);
+    return set ? set->asset.state : AssetState::None;
+}
+
+QString Document::assetId(quint64 setId) const
+{
+    const SetRecord *set = m_store->findSet(setId);
+    return set ? set->asset.assetId : QString();
+}
+
+bool Document::isNumberText(quint64 entryId) const
+{
+    const EntryRecord *entry = m_store->findEntry(entryId);
+    return entry && entry->value.isNumberText();
+}
+
+bool Document::isAssignedToKind(quint64 setId, nkObjectType kind) const
+{
+    const SetRecord *set = m_store->findSet(setId);
+    const int index = sceneKindIndex(kind);
+    return set && index >= 0 && index < SceneKindCount && set->linkedKinds[size_t(index)] > 0;
+}
+
+quint32 Document::assignedKinds(quint64 setId) const
+{
+    const SetRecord *set = m_store->findSet(setId);
+    if (!set) {
+        return 0;
+    }
+    if (set->owner != NoSlot) {
+        return 1u << quint32(typeOf(m_store->idOf(set->owner)));
+    }
+    quint32 kinds = 0;
+    for (int index = 0; index < SceneKindCount; ++index) {
+        kinds |= set->linkedKinds[size_t(index)] > 0 ? 1u << (index + int(nkObjectType::Node)) : 0u;
+    }
+    return kinds;
+}
+
+quint64 Document::parentOf(quint64 objectId) const
+{
+    const ObjectRecord *object = m_store->findObject(objectId);
+    return object ? m_store->idOf(object->parent) : 0;
+}
+
+QList<quint64> Document::childrenOf(quint64 objectId) const
+{
+    const ObjectRecord *object = m_store->findObject(objectId);
+    return object ? m_store->idsOf(object->children.slots()) : QList<quint64>();
+}
+
+QList<quint64> Document::topLevelNodes() const
+{
+    return m_store->idsOf(m_store->topLevelNodes().slots());
+}
+
+QList<quint64> Document::topLevelMaterials() const
+{
+    return m_store->idsOf(m_store->topLevelMaterials().slots());
+}
+
+QList<quint64> Document::objects(nkObjectType kind) const
+{
+    return m_store->idsOf(SceneWalk(*m_store).objects(kind));
+}
+
+QList<quint64> Document::objectsWithMetadata(nkObjectType kind) const
+{
+    QVector<Slot> objects = SceneWalk(*m_store).objects(kind);
+    const auto hasNone = [this](Slot object) { return !m_store->hasMetadata(object); };
+    objects.erase(std::remove_if(objects.begin(), objects.end(), hasNone), objects.end());
+    return m_store->idsOf(objects);
+}
+
+int Document::objectCount() const
+{
+    return m_store->objectCount();
+}
+
+} // namespace kernel

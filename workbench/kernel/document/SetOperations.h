@@ -1,0 +1,37 @@
+#pragma once
+
+#include "AssetState.h"
+#include "Clipboard.h"
+#include "SlotList.h"
+
+#include <QColor>
+#include <QString>
+#include <QVector>
+
+namespace kernel {
+
+/// The undoable changes of metadata sets and assignments; what nkMetadataService and nkdMetadataSet say about
+/// them holds. Lists name living things, each once, and sets of lists are shared sets unless told otherwise.
+namespace SetOperations {
+
+/// @return the new set's id
+quint64 create(const QString &name, const QVector<Slot> &objects);
+void remove(const QVector<Slot> &sets);
+/// Object sets, too.
+QVector<Slot> duplicate(const QVector<Slot> &sets);
+/// New sets like the given ones, with unique names, each assigned to the objects.
+void paste(const std::vector<SetCopy> &copies, const QVector<Slot> &objects);
+void assign(const QVector<Slot> &sets, const QVector<Slot> &objects);
+void unassign(const QVector<Slot> &sets, const QVector<Slot> &objects);
+
+void rename(quint64 id, const QString &name);
+void setColor(quint64 id, const QColor &color);
+void setLocked(quint64 id, bool locked);
+bool setAsset(quint64 id, AssetState state, const QString &assetId);
+
+} // namespace SetOperations
+
+/// The name of new sets that nobody has named.
+QString defaultSetName();
+
+} // namespace kernel

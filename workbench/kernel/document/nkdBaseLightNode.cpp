@@ -1,0 +1,3 @@
+#include <nkKernelServices/nkdBaseLightNode.h>
+
+nkdBaseLightNode::~nkdBaseLightNode() = default;

@@ -1,0 +1,3 @@
+#include <nkKernelServices/nkdCameraBaseNode.h>
+
+nkdCameraBaseNode::~nkdCameraBaseNode() = default;

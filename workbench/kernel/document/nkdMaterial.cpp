@@ -1,0 +1,3 @@
+#include <nkKernelServices/nkdMaterial.h>
+
+nkdMaterial::~nkdMaterial() = default;

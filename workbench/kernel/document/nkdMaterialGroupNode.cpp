@@ -1,0 +1,3 @@
+#include <nkKernelServices/nkdMaterialGroupNode.h>
+
+nkdMaterialGroupNode::~nkdMaterialGroupNode() = default;

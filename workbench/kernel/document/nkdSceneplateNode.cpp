@@ -1,0 +1,3 @@
+#include <nkKernelServices/nkdSceneplateNode.h>
+
+nkdSceneplateNode::~nkdSceneplateNode() = default;

@@ -1,0 +1,8 @@
+#pragma once
+
+#include <QString>
+
+/// The order of texts in sorted lists: runs of digits by their number ("Part 9" before "Part 10"), everything
+/// else case-insensitively by code points; what is equal then, by the code points as they are.
+/// @return negative, 0 (only for equal texts) or positive
+int compareNaturally(const QString &left, const QString &right);
