@@ -215,7 +215,7 @@ void TestHandles::queriesQuoteTheirTexts()
              QStringLiteral("key:\"a \\\"b\\\" \\\\c\""));
     QCOMPARE(nkdMetadata::getValueQuery(0.5), QStringLiteral("value:\"0.5\""));
     QCOMPARE(nkdMetadata::getSetQuery(QStringLiteral("S")), QStringLiteral("set:\"S\""));
-    QCOMPARE(nkdMetadata::getValueTypeQuery(T::DateTime), QStringLiteral("type:\"DateTime\""));
+    QCOMPARE(nkdMetadata::getValueTypeQuery(T::DateTime), QStringLiteral("type:\"Date and Time\""));
     QCOMPARE(nkdMetadata::getValueTypeQuery(T::Tag), QStringLiteral("type:\"Tag\""));
     const nkdMetadata metadata(m_camera.getObjectId());
     QCOMPARE(metadata.getKeyValueQuery(QStringLiteral("Key")), QStringLiteral("\"Key\" = \"0\""));

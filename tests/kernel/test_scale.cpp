@@ -91,7 +91,7 @@ void TestScale::removingEntriesOneByOne()
 
 void TestScale::assigningManySetsToManyObjects()
 {
-    constexpr int objectCount = 20000;
+    constexpr int objectCount = 5000;
     DocumentLoader loader;
     QList<nkdObject> objects;
     QList<nkdMetadataSet> sets;
