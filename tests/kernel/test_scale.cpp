@@ -1,7 +1,7 @@
 #include <TestMain.h>
 
-#include <kernel/document/DocumentLoader.h>
 #include <kernel/document/Document.h>
+#include <kernel/document/DocumentLoader.h>
 #include <nkKernelServices/nkMetadataService.h>
 #include <nkKernelServices/nkScopedUndo.h>
 #include <nkKernelServices/nkdMetadata.h>

@@ -173,7 +173,8 @@ void MetadataService::saveSets(const QList<nkdMetadataSet> &sets, const QString 
 {
     Q_UNUSED(sets)
     if (!fileName.isEmpty()) {
-        reportNotYet(tr("Metadata sets were not saved"), tr("Set files are not written yet: %1").arg(fileName));
+        reportNotYet(tr("Metadata sets were not saved"),
+                     tr("Set files are not written yet: %1").arg(fileName));
     }
 }
 

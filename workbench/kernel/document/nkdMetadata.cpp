@@ -30,7 +30,7 @@ QVector<Slot> setsOf(const nkdMetadata &metadata)
     if (object == NoSlot) {
         return {};
     }
-    return QVector<Slot> { openStore().object(object).objectSet } + openStore().assignedSets(object);
+    return QVector<Slot>{openStore().object(object).objectSet} + openStore().assignedSets(object);
 }
 
 /// Whether test holds for an entry of the object.
@@ -66,8 +66,7 @@ QString quoted(QString text)
 nkdMetadata::nkdMetadata(quint64 sceneObjectId)
     : nkdObject(openStore().findObject(sceneObjectId) ? nkdObject(sceneObjectId, nkObjectType::Metadata)
                                                       : nkdObject())
-{
-}
+{}
 
 nkdMetadata::~nkdMetadata() = default;
 
