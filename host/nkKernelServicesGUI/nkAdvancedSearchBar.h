@@ -35,7 +35,7 @@ private:
     void setUpState();
     void search();
     void onTextEdited();
-    void onSwitched(bool on);
+    void onReturnPressed();
     void tell(bool enabled, const QString &query);
     void showState();
 

@@ -6,6 +6,7 @@
 #include <nkKernelServicesGUI/nkMetadataRootModelItem.h>
 #include <nkKernelServicesGUI/nkMetadataTreeModel.h>
 
+#include <QAbstractButton>
 #include <QMimeData>
 #include <QTreeWidget>
 #include <QUndoStack>
@@ -159,8 +160,8 @@ private Q_SLOTS:
 
     void entries_dropped_on_a_set_are_copied_as_one_step()
     {
-        const auto data = draggedEntries({GuiScene::entry(m_scene.common, "count"),
-                                          GuiScene::entry(m_scene.common, "checked")});
+        const auto data = draggedEntries(
+            {GuiScene::entry(m_scene.common, "count"), GuiScene::entry(m_scene.common, "checked")});
         const int before = undoCount();
         QVERIFY(drop(data, row(1)));
         QCOMPARE(GuiScene::keys(m_scene.second), (QStringList{"colour", "count", "checked"}));
@@ -294,8 +295,8 @@ private:
     // Returns what the question listed first.
     QStringList dropClashing(const char *button)
     {
-        const auto data = draggedEntries({GuiScene::entry(m_scene.common, "colour"),
-                                          GuiScene::entry(m_scene.common, "count")});
+        const auto data = draggedEntries(
+            {GuiScene::entry(m_scene.common, "colour"), GuiScene::entry(m_scene.common, "count")});
         QStringList listed;
         const ModalAnswer answer([&](QDialog *dialog) {
             const QTreeWidgetItem *first = dialog->findChild<QTreeWidget *>()->topLevelItem(0);

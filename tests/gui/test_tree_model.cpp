@@ -60,8 +60,8 @@ private Q_SLOTS:
 
     void lists_the_last_selection_whether_it_carries_metadata_or_not()
     {
-        nkScenegraphService::the().setSelection({nkdNode(nkdObject(m_scene.plain)),
-                                                 nkdNode(nkdObject(m_scene.root))});
+        nkScenegraphService::the().setSelection(
+            {nkdNode(nkdObject(m_scene.plain)), nkdNode(nkdObject(m_scene.root))});
         nkMetadataModuleSelection::the().setLastSelectionModule(0);
         show(TreeMode::LastSelection);
         QCOMPARE(childNames(QModelIndex()), (QStringList{"Plain", "Root"}));
@@ -126,7 +126,8 @@ private Q_SLOTS:
         QCOMPARE(QByteArray(object.typeName()), QByteArray("nkdObject"));
         QCOMPARE(object.value<nkdObject>().getObjectId(), m_scene.second);
         const QModelIndex child = m_model->index(0, 0, row(1));
-        QCOMPARE(child.data(nkMetadataTreeModel::ObjectRole).value<nkdObject>().getObjectId(), m_scene.camera);
+        QCOMPARE(child.data(nkMetadataTreeModel::ObjectRole).value<nkdObject>().getObjectId(),
+                 m_scene.camera);
     }
 
     void only_what_is_not_editable_is_shown_in_the_disabled_colour()

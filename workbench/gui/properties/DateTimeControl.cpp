@@ -55,7 +55,8 @@ QVariant DateTimeControl::editedValue() const
     m_box->interpretText();
     switch (m_type) {
     case nkMetadataTypes::Time:
-        return m_box->time();
+        // The minute that is shown, not the seconds that were hidden behind it.
+        return QTime(m_box->time().hour(), m_box->time().minute());
     case nkMetadataTypes::Date:
         return m_box->date();
     default:

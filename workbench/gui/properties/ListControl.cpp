@@ -60,6 +60,8 @@ void ListControl::openList()
     popup->setValues(m_list);
     connect(popup, &QNKVariantListWidget::finished, this, [this, popup](bool commit) {
         const QVariantList values = popup->values();
+        // Once is enough: closing a pop-up ends it, too.
+        popup->disconnect(this);
         popup->close();
         take(values, commit);
     });

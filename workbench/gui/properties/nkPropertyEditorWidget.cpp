@@ -156,6 +156,8 @@ void nkPropertyEditorWidget::Private::makeControls()
         nkBaseControl *control = makeControl(property);
         controls.append(control);
         column->addWidget(control);
+        // A layout would show it only with the next events, too late for whoever asks for the height now.
+        control->show();
         if (property == focusedProperty) {
             control->setFocus();
         }

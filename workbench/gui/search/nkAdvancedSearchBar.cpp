@@ -8,6 +8,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QSignalBlocker>
 #include <QStyle>
 #include <QToolButton>
 
@@ -54,14 +55,12 @@ void nkAdvancedSearchBar::setUpField()
     m_pause.setInterval(livePause);
     connect(&m_pause, &QTimer::timeout, this, &nkAdvancedSearchBar::search);
     connect(m_lineEdit, &QLineEdit::textEdited, this, &nkAdvancedSearchBar::onTextEdited);
-    connect(m_lineEdit, &QLineEdit::returnPressed, this, [this] {
-        m_switch->setChecked(true);
-        search();
-    });
+    connect(m_lineEdit, &QLineEdit::returnPressed, this, &nkAdvancedSearchBar::onReturnPressed);
 }
 
 void nkAdvancedSearchBar::setUpSwitch()
 {
+    m_switch->setObjectName(QStringLiteral("SearchSwitch"));
     m_switch->setCheckable(true);
     m_switch->setChecked(true);
     m_switch->setAutoRaise(true);
@@ -69,7 +68,7 @@ void nkAdvancedSearchBar::setUpSwitch()
     m_switch->setIcon(style()->standardIcon(QStyle::SP_FileDialogContentsView, nullptr, this));
     m_switch->setToolTip(text("Switches the advanced search on and off."));
     m_switch->setAccessibleName(text("Advanced search on"));
-    connect(m_switch, &QToolButton::toggled, this, &nkAdvancedSearchBar::onSwitched);
+    connect(m_switch, &QToolButton::toggled, this, &nkAdvancedSearchBar::search);
 }
 
 void nkAdvancedSearchBar::setUpState()
@@ -89,8 +88,13 @@ void nkAdvancedSearchBar::onTextEdited()
     }
 }
 
-void nkAdvancedSearchBar::onSwitched(bool)
+// Who asks for a search wants it on, and once.
+void nkAdvancedSearchBar::onReturnPressed()
 {
+    {
+        const QSignalBlocker silence(m_switch);
+        m_switch->setChecked(true);
+    }
     search();
 }
 
