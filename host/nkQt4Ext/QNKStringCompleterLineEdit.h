@@ -23,6 +23,8 @@ public:
     /// An empty function offers nothing.
     void setCompletions(const Completions &completions);
 
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 protected:
     void keyPressEvent(QKeyEvent *event) override;
 

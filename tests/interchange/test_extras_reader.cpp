@@ -23,6 +23,7 @@ private Q_SLOTS:
     void flattensNestedObjectsByPath();
     void keepsPointsInKeysThatStandDirectlyInTheExtras();
     void escapesOnlyWhereKeysWouldMeet();
+    void givesEmptyKeysANameOfTheirOwn();
     void leavesUntouchedWhatIsNoEntry_data();
     void leavesUntouchedWhatIsNoEntry();
     void readsAllOtherMembersBesideAnOddOne();
@@ -164,7 +165,7 @@ void TestExtrasReader::flattensNestedObjectsByPath()
 void TestExtrasReader::keepsPointsInKeysThatStandDirectlyInTheExtras()
 {
     const GltfScene scene = sceneOf(gltfWithExtras(R"({"dot.key":1,"a\\b":2,"":3,"x":{"y":4}})"));
-    QCOMPARE(keysOf(scene), (QStringList{"dot.key", R"(a\b)", "", "x.y"}));
+    QCOMPARE(keysOf(scene), (QStringList{"dot.key", R"(a\b)", R"("")", "x.y"}));
     QCOMPARE(scene.entries[0].path(), QStringList("dot.key"));
     QCOMPARE(scene.entries[1].path(), QStringList(R"(a\b)"));
     QCOMPARE(scene.entries[2].path(), QStringList(""));
@@ -178,6 +179,17 @@ void TestExtrasReader::escapesOnlyWhereKeysWouldMeet()
     QCOMPARE(scene.entries[1].path(), (QStringList{"x", "y"}));
     QCOMPARE(scene.entries[2].path(), QStringList(R"(x\.y)"));
     QCOMPARE(scene.entries[0].value, QVariant(1));
+}
+
+void TestExtrasReader::givesEmptyKeysANameOfTheirOwn()
+{
+    const GltfScene alone = sceneOf(gltfWithExtras(R"({"":1,"\"\\\"":2})"));
+    QCOMPARE(keysOf(alone), (QStringList{R"("")", R"("\")"}));
+    QCOMPARE(alone.entries[0].path(), QStringList(""));
+    const GltfScene both = sceneOf(gltfWithExtras(R"({"":1,"\"\"":2})"));
+    QCOMPARE(keysOf(both), (QStringList{R"("")", R"(\"")"}));
+    QCOMPARE(both.entries[0].path(), QStringList(""));
+    QCOMPARE(both.entries[1].path(), QStringList(R"("")"));
 }
 
 void TestExtrasReader::leavesUntouchedWhatIsNoEntry_data()
@@ -312,7 +324,9 @@ void TestExtrasReader::pathKeysGoThereAndBack_data()
     QTest::newRow("backslash inside") << QStringList{"a\\", "b"} << R"(a\\.b)";
     QTest::newRow("backslash and point") << QStringList{"a\\.", "b"} << R"(a\\\..b)";
     QTest::newRow("empty segments") << QStringList{"", "", ""} << "..";
-    QTest::newRow("empty") << QStringList{""} << "";
+    QTest::newRow("empty") << QStringList{""} << R"("")";
+    QTest::newRow("two quotes") << QStringList{R"("")"} << R"(\"")";
+    QTest::newRow("two quotes inside") << QStringList{R"("")", R"("")"} << R"(\"".\"")";
 }
 
 void TestExtrasReader::pathKeysGoThereAndBack()

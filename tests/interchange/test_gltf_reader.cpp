@@ -305,6 +305,7 @@ void TestGltfReader::refusesUnsoundScenes_data()
     row("needs a newer reader", R"({"asset":{"version":"2.0","minVersion":"2.1"}})", "$.asset.minVersion",
         "2.1");
     row("child out of range", gltf(R"("nodes":[{"children":[1]}])"), "$.nodes[0].children[0]", "nodes[1]");
+    row("child below zero", gltf(R"("nodes":[{"children":[-1]}])"), "$.nodes[0].children[0]", "whole number");
     row("root out of range", gltf(R"("scenes":[{"nodes":[0]}])"), "$.scenes[0].nodes[0]", "only 0");
     row("scene out of range", gltf(R"("scene":1,"scenes":[{}])"), "$.scene", "scenes[1]");
     row("camera out of range", gltf(R"("nodes":[{"camera":0}])"), "$.nodes[0].camera", "cameras[0]");

@@ -320,9 +320,7 @@ void TestSceneFile::keepsOddKeysApart()
         const auto *origin = result.source->entry(entries.at(i).getObjectId());
         QCOMPARE(bytesAt(json, origin->valueSpan), QByteArray::number(i + 1));
     }
-    keys.removeDuplicates();
-    QCOMPARE(keys.size(), 5);
-    QVERIFY(keys.contains(QStringLiteral("\ta<b>%1&")) && keys.contains(QStringLiteral("a.b")));
+    QCOMPARE(keys, (QStringList{R"("")", "Key", R"(a\.b)", "a.b", "\ta<b>%1&"}));
 }
 
 void TestSceneFile::reportsWhatItLeftAlone()

@@ -181,9 +181,9 @@ void TestDoubleSpiner::staticTextIsWhatTheWidgetShows()
 void TestDoubleSpiner::anUntouchedEditorHoldsWhatWasSet_data()
 {
     QTest::addColumn<double>("value");
-    const QVector<double> values {0.1,       double(0.1F), 0.123456789, 0.0,     16777217.0, 1e-300,
-                                  1e300,     DBL_MAX,      1.5e-306,    FLT_MAX, FLT_MIN,    FLT_TRUE_MIN,
-                                  1.0 / 3.0, -1.0 / 3e30,  1e15 + 0.3,  -1e-40,  infinity,   -infinity};
+    const QVector<double> values{0.1,       double(0.1F), 0.123456789, 0.0,     16777217.0, 1e-300,
+                                 1e300,     DBL_MAX,      1.5e-306,    FLT_MAX, FLT_MIN,    FLT_TRUE_MIN,
+                                 1.0 / 3.0, -1.0 / 3e30,  1e15 + 0.3,  -1e-40,  infinity,   -infinity};
     for (const double value : values)
         QTest::newRow(qPrintable(QString::number(value, 'g', 17))) << value;
 }
@@ -248,8 +248,8 @@ void TestDoubleSpiner::bothPointsAreTaken()
 void TestDoubleSpiner::refusesWhatIsNoNumber()
 {
     QNKDoubleSpiner spiner;
-    const QStringList refused {"abc",  "1.2.3", "1,000", "1e5e", "--1",    "0x10",
-                               "1 000", "e5",   "1e999", "nan",  "infinity", QStringLiteral("\u0663")};
+    const QStringList refused{"abc",   "1.2.3", "1,000", "1e5e", "--1",      "0x10",
+                              "1 000", "e5",    "1e999", "nan",  "infinity", QStringLiteral("\u0663")};
     for (QString text : refused) {
         int position = 0;
         QVERIFY2(spiner.validate(text, position) != QValidator::Acceptable, qPrintable(text));
@@ -260,7 +260,7 @@ void TestDoubleSpiner::refusesWhatIsNoNumber()
 
 void TestDoubleSpiner::halfANumberGivesTheOldValueBack()
 {
-    const QStringList halves {"", "-", "+", ".", "-."};
+    const QStringList halves{"", "-", "+", ".", "-."};
     for (const QString &half : halves) {
         QNKDoubleSpiner spiner;
         spiner.setValue(0.123456789);

@@ -31,7 +31,8 @@ private Q_SLOTS:
 void TestSpiner::holdsEveryInt_data()
 {
     QTest::addColumn<int>("value");
-    for (const int value : {least, least + 1, -16777217, -1000, -1, 0, 1, 999, 1000, 16777217, greatest - 1, greatest})
+    for (const int value :
+         {least, least + 1, -16777217, -1000, -1, 0, 1, 999, 1000, 16777217, greatest - 1, greatest})
         QTest::newRow(qPrintable(QString::number(value))) << value;
 }
 

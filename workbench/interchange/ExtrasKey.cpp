@@ -6,11 +6,14 @@ namespace {
 
 const QLatin1Char Separator('.');
 const QLatin1Char Escape('\\');
+const QLatin1String Empty("\"\"");
 
 } // namespace
 
 QString ExtrasKey::escaped(const QString &segment)
 {
+    if (segment == Empty)
+        return Escape + segment;
     if (!segment.contains(Separator) && !segment.contains(Escape))
         return segment;
     QString text;
@@ -25,6 +28,8 @@ QString ExtrasKey::escaped(const QString &segment)
 
 QString ExtrasKey::joined(const QStringList &path)
 {
+    if (path.size() == 1 && path.first().isEmpty())
+        return Empty;
     QString key = escaped(path.value(0));
     for (int i = 1; i < path.size(); ++i)
         key = appended(key, path.at(i));
@@ -38,6 +43,8 @@ QString ExtrasKey::appended(const QString &pathKey, const QString &segment)
 
 QStringList ExtrasKey::split(const QString &pathKey)
 {
+    if (pathKey == Empty)
+        return QStringList(QString());
     QStringList path;
     QString segment;
     for (int i = 0; i < pathKey.size(); ++i) {

@@ -21,9 +21,9 @@ bool isNoList(const JsonValue &array, ImportReason &reason)
     return false;
 }
 
-bool needsEscape(const QString &key)
+bool changesWhenEscaped(const QString &key)
 {
-    return key.contains(QLatin1Char('.')) || key.contains(QLatin1Char('\\'));
+    return ExtrasKey::escaped(key) != key;
 }
 
 bool hasTwins(const ExtrasEntry *first, const ExtrasEntry *last)
@@ -80,7 +80,7 @@ quint32 ExtrasReader::readMember(const JsonValue &member)
     } else if (member.isArray()) {
         readArray(member);
     } else if (!member.isObject()) {
-        readScalar(member);
+        addEntry(member, contentOf(member));
     } else if (!member.hasChildren()) {
         m_report.addUntouched(pathTo(member), ImportReason::EmptyObject);
     } else {
@@ -111,50 +111,46 @@ void ExtrasReader::readArray(const JsonValue &array)
         return;
     }
     QVariantList elements;
-    Scalar whole;
+    Content whole;
+    whole.type = ExtrasType::List;
     for (const JsonValue element : array.children()) {
-        const Scalar scalar = scalarOf(element);
-        elements.append(scalar.value);
-        whole.isNumber |= scalar.isNumber;
-        whole.isBroken |= scalar.isBroken;
-        if (scalar.isNumber)
-            whole.type = element.isInteger() ? ExtrasType::Integer : ExtrasType::Float;
+        const Content content = contentOf(element);
+        elements.append(content.value);
+        whole.isNumber |= content.isNumber;
+        if (content.isConverted) {
+            whole.isConverted = true;
+            whole.reason = content.reason;
+        }
     }
-    ExtrasEntry &entry = appendEntry(array);
-    entry.type = ExtrasType::List;
-    entry.value = elements;
-    entry.isNumber = whole.isNumber;
-    report(array, whole);
+    whole.value = elements;
+    addEntry(array, whole);
 }
 
-void ExtrasReader::readScalar(const JsonValue &member)
-{
-    const Scalar scalar = scalarOf(member);
-    ExtrasEntry &entry = appendEntry(member);
-    entry.type = scalar.type;
-    entry.value = scalar.value;
-    entry.isNumber = scalar.isNumber;
-    report(member, scalar);
-}
-
-ExtrasEntry &ExtrasReader::appendEntry(const JsonValue &member)
+void ExtrasReader::addEntry(const JsonValue &member, const Content &content)
 {
     m_entries.emplace_back();
     ExtrasEntry &entry = m_entries.back();
     entry.memberOffset = member.memberSpan().offset;
     entry.valueSpan = member.span();
-    entry.isPath = m_open.size() > 1;
-    entry.key = entry.isPath ? ExtrasKey::appended(m_open.back().pathKey, keyOf(member)) : keyOf(member);
-    return entry;
+    nameEntry(entry, member);
+    entry.type = content.type;
+    entry.value = content.value;
+    entry.isNumber = content.isNumber;
+    if (content.isConverted)
+        m_report.addConverted(pathTo(member), content.reason);
+    else
+        m_report.addKept();
 }
 
-void ExtrasReader::report(const JsonValue &member, const Scalar &scalar)
+void ExtrasReader::nameEntry(ExtrasEntry &entry, const JsonValue &member)
 {
-    if (!scalar.isNumber && !scalar.isBroken)
-        return m_report.addKept();
-    const bool isLong = member.isInteger() || scalar.type == ExtrasType::Integer;
-    const ImportReason number = isLong ? ImportReason::LongInteger : ImportReason::UnboundedNumber;
-    m_report.addConverted(pathTo(member), scalar.isNumber ? number : ImportReason::BrokenText);
+    const QString key = keyOf(member);
+    const bool isNested = m_open.size() > 1;
+    entry.isPath = isNested || key.isEmpty();
+    if (isNested)
+        entry.key = ExtrasKey::appended(m_open.back().pathKey, key);
+    else
+        entry.key = key.isEmpty() ? ExtrasKey::joined({key}) : key;
 }
 
 /// A key with points that stands directly in the extras can read like the path key of a nested member. Then, and
@@ -165,7 +161,7 @@ void ExtrasReader::makeKeysUnique(const IndexRange &range)
     ExtrasEntry *const last = first + range.count;
     const auto isPath = [](const ExtrasEntry &entry) { return entry.isPath; };
     const auto mayLookLikePath = [](const ExtrasEntry &entry) {
-        return !entry.isPath && needsEscape(entry.key);
+        return !entry.isPath && changesWhenEscaped(entry.key);
     };
     if (std::none_of(first, last, isPath) || std::none_of(first, last, mayLookLikePath)
         || !hasTwins(first, last))
@@ -201,39 +197,41 @@ QString ExtrasReader::pathTo(const JsonValue &member) const
     return path.text();
 }
 
-ExtrasReader::Scalar ExtrasReader::scalarOf(const JsonValue &value)
+ExtrasReader::Content ExtrasReader::contentOf(const JsonValue &value)
 {
-    Scalar scalar;
     if (value.isNumber())
         return numberOf(value);
-    if (value.isNull()) {
-        scalar.type = ExtrasType::Tag;
-    } else if (value.isBoolean()) {
-        scalar.type = ExtrasType::Boolean;
-        scalar.value = value.toBool();
-    } else {
-        scalar.value = value.toText(&scalar.isBroken);
-    }
-    return scalar;
+    if (value.isString())
+        return textOf(value);
+    Content content;
+    content.type = value.isNull() ? ExtrasType::Tag : ExtrasType::Boolean;
+    if (value.isBoolean())
+        content.value = value.toBool();
+    return content;
 }
 
-ExtrasReader::Scalar ExtrasReader::numberOf(const JsonValue &value)
+ExtrasReader::Content ExtrasReader::numberOf(const JsonValue &value)
 {
-    Scalar scalar;
+    Content content;
     bool fits = false;
-    if (value.isInteger()) {
-        scalar.value = value.toInt(&fits);
-        scalar.type = ExtrasType::Integer;
-    } else {
-        scalar.value = value.toDouble(&fits);
-        scalar.type = ExtrasType::Float;
-    }
-    if (!fits) {
-        scalar.value = value.toText();
-        scalar.type = ExtrasType::String;
-        scalar.isNumber = true;
-    }
-    return scalar;
+    content.type = value.isInteger() ? ExtrasType::Integer : ExtrasType::Float;
+    content.value = value.isInteger() ? QVariant(value.toInt(&fits)) : QVariant(value.toDouble(&fits));
+    if (fits)
+        return content;
+    content.value = value.toText();
+    content.type = ExtrasType::String;
+    content.isNumber = true;
+    content.isConverted = true;
+    content.reason = value.isInteger() ? ImportReason::LongInteger : ImportReason::UnboundedNumber;
+    return content;
+}
+
+ExtrasReader::Content ExtrasReader::textOf(const JsonValue &value)
+{
+    Content content;
+    content.value = value.toText(&content.isConverted);
+    content.reason = ImportReason::BrokenText;
+    return content;
 }
 
 } // namespace interchange

@@ -50,27 +50,29 @@ private:
         JsonValue object;
         QString pathKey; ///< empty for the extras themselves
     };
-    struct Scalar
+    /// What an entry will hold: one value, or a whole list.
+    struct Content
     {
         QVariant value;
         ExtrasType type = ExtrasType::String;
         bool isNumber = false;
-        bool isBroken = false;
+        bool isConverted = false;
+        ImportReason reason = ImportReason::LongInteger; ///< only where it is converted
     };
 
     void walk(const JsonValue &extras);
     quint32 readMember(const JsonValue &member);
     void open(const JsonValue &object);
     void readArray(const JsonValue &array);
-    void readScalar(const JsonValue &member);
-    ExtrasEntry &appendEntry(const JsonValue &member);
-    void report(const JsonValue &member, const Scalar &scalar);
+    void addEntry(const JsonValue &member, const Content &content);
+    void nameEntry(ExtrasEntry &entry, const JsonValue &member);
     void makeKeysUnique(const IndexRange &range);
 
     QString keyOf(const JsonValue &member);
     QString pathTo(const JsonValue &member) const;
-    static Scalar scalarOf(const JsonValue &value);
-    static Scalar numberOf(const JsonValue &value);
+    static Content contentOf(const JsonValue &value);
+    static Content numberOf(const JsonValue &value);
+    static Content textOf(const JsonValue &value);
 
     std::vector<ExtrasEntry> &m_entries;
     ImportReport &m_report;

@@ -4,7 +4,6 @@
 #include <interchange/JsonString.h>
 
 #include <charconv>
-#include <cmath>
 
 namespace interchange {
 
@@ -80,7 +79,7 @@ double JsonValue::toDouble(bool *ok) const
     // A zero with any exponent is zero, whatever the library thinks of the exponent.
     if (zero)
         number = *first == '-' ? -0.0 : 0.0;
-    *ok = zero || (result.ec == std::errc() && std::isfinite(number) && number != 0.0);
+    *ok = zero || result.ec == std::errc();
     return *ok ? number : 0.0;
 }
 

@@ -39,11 +39,6 @@ nkMetadataTypes::ValueType valueType(ExtrasType type)
     return nkMetadataTypes::String;
 }
 
-int asInt(size_t count)
-{
-    return static_cast<int>(count);
-}
-
 } // namespace
 
 SceneImporter::SceneImporter(const GltfScene &scene, SceneSource &source) : m_scene(scene), m_source(source)
@@ -51,12 +46,10 @@ SceneImporter::SceneImporter(const GltfScene &scene, SceneSource &source) : m_sc
 
 bool SceneImporter::import()
 {
-    const size_t objects = m_scene.nodes.size() + m_scene.materials.size();
-    m_source.reserve(objects, m_scene.entries.size());
+    m_source.reserve(m_scene.nodes.size() + m_scene.materials.size(), m_scene.entries.size());
     m_source.rootSpan = m_scene.rootSpan;
     m_source.rootExtrasSpan = m_scene.rootExtrasSpan;
     kernel::DocumentLoader loader;
-    loader.reserve(asInt(objects), 0, asInt(m_scene.entries.size()));
     return addNodes(loader) && addMaterials(loader) && loader.commit();
 }
 

@@ -2,8 +2,11 @@
 
 #include <QAbstractItemView>
 #include <QCompleter>
+#include <QCoreApplication>
 #include <QKeyEvent>
 #include <QStringListModel>
+
+#include <limits>
 
 namespace {
 
@@ -22,6 +25,8 @@ QNKStringCompleterLineEdit::QNKStringCompleterLineEdit(QWidget *parent)
     m_completer->setWidget(this);
     connect(m_completer, QOverload<const QString &>::of(&QCompleter::activated), this, &QLineEdit::setText);
     connect(this, &QLineEdit::textEdited, this, &QNKStringCompleterLineEdit::offer);
+    // Qt cuts at 32,767 characters otherwise, and the cut text would be written back.
+    setMaxLength(std::numeric_limits<int>::max());
     setAccessibleName(tr("Text"));
 }
 
@@ -32,6 +37,22 @@ void QNKStringCompleterLineEdit::setCompletions(const Completions &completions)
     m_completions = completions;
     if (!m_completions)
         m_completer->popup()->hide();
+}
+
+bool QNKStringCompleterLineEdit::eventFilter(QObject *watched, QEvent *event)
+{
+    QAbstractItemView *list = m_completer->popup();
+    if (watched != list || event->type() != QEvent::KeyPress || list->currentIndex().isValid())
+        return QLineEdit::eventFilter(watched, event);
+    const auto *key = static_cast<QKeyEvent *>(event);
+    const QList<int> leaving{Qt::Key_Return, Qt::Key_Enter, Qt::Key_Tab, Qt::Key_Backtab};
+    if (!leaving.contains(key->key()))
+        return false;
+    // Without a word chosen these keys are meant for the field; Qt would use them up for closing the list.
+    list->hide();
+    QKeyEvent again(key->type(), key->key(), key->modifiers(), key->text());
+    QCoreApplication::sendEvent(this, &again);
+    return true;
 }
 
 void QNKStringCompleterLineEdit::keyPressEvent(QKeyEvent *event)
@@ -53,7 +74,11 @@ bool QNKStringCompleterLineEdit::offer(const QString &text)
         m_completer->popup()->hide();
         return false;
     }
+    // Anew each time, to come before the completer's own filter.
+    m_completer->popup()->installEventFilter(this);
     m_words->setStringList(words);
     m_completer->complete();
+    // Qt marks the first word, and Return would take it in place of what was typed.
+    m_completer->popup()->setCurrentIndex(QModelIndex());
     return true;
 }

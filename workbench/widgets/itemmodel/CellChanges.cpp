@@ -6,8 +6,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace
-{
+namespace {
 /// More separate announcements than this cost views and proxies more than one over all rows between.
 constexpr int MostChanges = 32;
 

@@ -1,7 +1,6 @@
 #include "NaturalOrder.h"
 
-namespace
-{
+namespace {
 bool isDigit(QChar character)
 {
     return character >= QLatin1Char('0') && character <= QLatin1Char('9');

@@ -3,8 +3,7 @@
 #include <QAbstractItemDelegate>
 #include <QAbstractItemView>
 
-namespace
-{
+namespace {
 /// The cell a child of the viewport edits. An editor lies over its cell, and nearly always on the current one.
 QModelIndex indexOf(const QAbstractItemView *view, const QWidget *widget)
 {

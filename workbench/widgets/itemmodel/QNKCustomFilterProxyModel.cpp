@@ -13,8 +13,7 @@ struct QNKCustomFilterProxyModel::Private
 
 QNKCustomFilterProxyModel::QNKCustomFilterProxyModel(QObject *parent)
     : QNKSortFilterProxyModel(parent), d(std::make_unique<Private>())
-{
-}
+{}
 
 QNKCustomFilterProxyModel::~QNKCustomFilterProxyModel() = default;
 

@@ -5,7 +5,7 @@
 #include <QPixmap>
 #include <QWidget>
 
-QNKItemDrag::QNKItemDrag(QWidget *source, const QModelIndexList &indexes, const QPixmap &pixmap) 
+QNKItemDrag::QNKItemDrag(QWidget *source, const QModelIndexList &indexes, const QPixmap &pixmap)
     : QDrag(source)
 {
     if (!indexes.isEmpty() && indexes.first().isValid())

@@ -5,7 +5,8 @@
 #include <QDataStream>
 #include <QMimeData>
 
-QNKItemModel::QNKItemModel(QObject *parent) : QAbstractItemModel(parent), d(std::make_unique<Private>(this)) {}
+QNKItemModel::QNKItemModel(QObject *parent) : QAbstractItemModel(parent), d(std::make_unique<Private>(this))
+{}
 
 QNKItemModel::~QNKItemModel() = default;
 

@@ -20,7 +20,10 @@ QNKItemModel::Private::Announcement::~Announcement()
 }
 
 QNKItemModel::Private::Collector::Collector(Private *model, const QNKModelItem *item)
-    : id(item->m_slot >= 0 ? model->rows.internalId(item) : NoRow), row(item), outer(model->collectors), m_model(model)
+    : id(item->m_slot >= 0 ? model->rows.internalId(item) : NoRow),
+      row(item),
+      outer(model->collectors),
+      m_model(model)
 {
     model->collectors = this;
 }
@@ -36,6 +39,12 @@ void QNKItemModel::Private::Collector::note(int column, int role)
     lastColumn = qMax(lastColumn, column);
     if (!roles.contains(role))
         roles.append(role);
+}
+
+void QNKItemModel::Private::Collector::note(const Cells &cells)
+{
+    for (const auto &cell : cells)
+        note(cell.first, cell.second);
 }
 
 void QNKItemModel::Private::Collector::announce()

@@ -20,6 +20,8 @@ class CellChanges;
 /// loop) and an announcement (a signal: other listeners have yet to hear it, so rows change after it).
 struct QNKItemModel::Private
 {
+    using Cells = QVector<QPair<int, int>>; // column and role
+
     /// Keeps buried rows alive while it exists.
     class Operation
     {
@@ -65,6 +67,7 @@ struct QNKItemModel::Private
         Q_DISABLE_COPY(Collector)
 
         void note(int column, int role);
+        void note(const Cells &cells);
         /// Announces what was noted, unless the row went or was replaced (a reload has told it then).
         void announce();
 
@@ -112,10 +115,10 @@ struct QNKItemModel::Private
     struct ChangedRow
     {
         quintptr id;
-        QVector<QPair<int, int>> cells; // column and role
+        Cells cells;
     };
     void reloadRows(const QVector<quintptr> &ids);
-    QVector<QPair<int, int>> reloadRow(QNKModelItem *row);
+    Cells reloadRow(QNKModelItem *row);
     void announceRows(const QVector<ChangedRow> &changed);
     void announceChanges(const QNKModelItem *parent, const CellChanges &changes);
     /// The internal ids of the rows of indexes, each once, in the order of the rows in the tree.

@@ -9,8 +9,7 @@
 #include <algorithm>
 #include <memory>
 
-namespace
-{
+namespace {
 /// Reloads asked for while another runs follow it at once, up to this many; a listener that asks each time
 /// gets the next ones from the event loop, so that the program stays alive.
 constexpr int MostChainedReloads = 3;
@@ -162,8 +161,10 @@ void QNKItemModel::Private::reloadRows(const QVector<quintptr> &ids)
             continue;
         ChangedRow difference{id, reloadRow(row)};
         if (rows.row(id) != row)
-            continue; // it went, or was made anew, while it refreshed itself
-        if (!difference.cells.isEmpty())
+            continue;                                  // it went, or was made anew, while it refreshed itself
+        if (Collector *const commit = collectorOf(id)) // an edit is being committed: it tells when it is done
+            commit->note(difference.cells);
+        else if (!difference.cells.isEmpty())
             changed.append(difference);
         const QNKModelItem::Answer told = row->m_toldChildren;
         if (told != QNKModelItem::Answer::None && row->m_childrenState == QNKModelItem::Children::Unmade)
@@ -175,12 +176,12 @@ void QNKItemModel::Private::reloadRows(const QVector<quintptr> &ids)
 }
 
 /// Has a row refresh itself. @return column and role of the cells that differ from what they were
-QVector<QPair<int, int>> QNKItemModel::Private::reloadRow(QNKModelItem *row)
+QNKItemModel::Private::Cells QNKItemModel::Private::reloadRow(QNKModelItem *row)
 {
     const QNKModelItem::Data before = row->m_data;
     const Collector quiet(this, row);
     row->reload();
-    QVector<QPair<int, int>> cells;
+    Cells cells;
     for (const QNKModelItem::Datum &datum : before) {
         if (isColumn(datum.column) && !isSameCellValue(datum.value, row->data(datum.role, datum.column)))
             cells.append({datum.column, datum.role});

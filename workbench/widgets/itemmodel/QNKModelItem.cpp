@@ -8,8 +8,7 @@
 
 #include <limits>
 
-namespace
-{
+namespace {
 bool isPossibleColumn(int column)
 {
     return column >= 0 && column <= std::numeric_limits<qint16>::max();
@@ -167,10 +166,17 @@ QBrush QNKModelItem::foreground(int column) const
     return value.value<QBrush>();
 }
 
+/// What the row can make is made anew; what was stored in cells that it makes nothing for has no other home.
 void QNKModelItem::reload()
 {
-    const auto isMade = [](const Datum &datum) { return !datum.stored; };
-    m_data.erase(std::remove_if(m_data.begin(), m_data.end(), isMade), m_data.end());
+    Data kept;
+    for (const Datum &datum : qAsConst(m_data)) {
+        if (!datum.stored)
+            continue;
+        const QVariant made = loadData(datum.role, datum.column);
+        kept.append(made.isValid() ? Datum{made, datum.role, datum.column, false} : datum);
+    }
+    m_data = kept;
 }
 
 bool QNKModelItem::getEditable(int) const

@@ -9,8 +9,7 @@ struct QNKSortFilterProxyModel::Private
 
 QNKSortFilterProxyModel::QNKSortFilterProxyModel(QObject *parent)
     : QSortFilterProxyModel(parent), d(std::make_unique<Private>())
-{
-}
+{}
 
 QNKSortFilterProxyModel::~QNKSortFilterProxyModel() = default;
 

@@ -9,8 +9,7 @@
 #include <QMimeData>
 #include <QVector>
 
-namespace
-{
+namespace {
 /// The living views, in the order of their making.
 QVector<QAbstractItemView *> &views()
 {

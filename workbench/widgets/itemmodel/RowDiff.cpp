@@ -6,8 +6,7 @@
 
 #include <functional>
 
-namespace
-{
+namespace {
 bool isSameRow(const QNKModelItem *before, const QNKModelItem *after)
 {
     return before == after || RowId(before->getId()).isSameAs(RowId(after->getId()));

@@ -2,8 +2,7 @@
 
 #include <limits>
 
-namespace
-{
+namespace {
 /// Reads the canonical decimal text of a 64-bit number: digits only, no leading zero.
 /// @return false where text is anything else
 bool readNumber(const QString &text, quint64 &number)

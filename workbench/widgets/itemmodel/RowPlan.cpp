@@ -2,8 +2,7 @@
 
 #include <nkQt4Ext/QNKModelItem.h>
 
-namespace
-{
+namespace {
 /// More separate insertions and removals than this are told by one reset.
 constexpr int MostAnnouncements = 128;
 /// Every insertion or removal costs model, proxies and views a walk over the rows of its parent. With more row

@@ -15,8 +15,8 @@ struct RowPlan
     QNKModelItem *fresh = nullptr;  // the object that takes its place; null where it stays
     QVector<QNKModelItem *> after;  // the rows to be, in order
     RowDiff diff;
-    std::vector<RowPlan> below;     // of rows that stay and whose children views know of
-    bool losesExpander = false;     // a row that stays has no children any more, and nobody counted them
+    std::vector<RowPlan> below; // of rows that stay and whose children views know of
+    bool losesExpander = false; // a row that stays has no children any more, and nobody counted them
 
     /// @param parent a row with all its children
     /// @param rows its children to be

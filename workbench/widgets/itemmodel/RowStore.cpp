@@ -2,8 +2,7 @@
 
 #include <nkQt4Ext/QNKModelItem.h>
 
-namespace
-{
+namespace {
 constexpr int GenerationShift = 32;
 
 int slotOf(quintptr internalId)

@@ -1,7 +1,6 @@
 #include "SlotTable.h"
 
-namespace
-{
+namespace {
 constexpr int Free = -1;
 constexpr size_t SmallestCapacity = 16;
 

@@ -2,8 +2,7 @@
 
 #include <QStringList>
 
-namespace
-{
+namespace {
 constexpr QLatin1Char AnyOne('?');
 
 /// Whether the piece, with its ?, stands at a place of text. @return where it ends there; -1: it does not

@@ -18,7 +18,7 @@ public:
 private:
     struct Piece
     {
-        QString folded;   // case-folded; ? where hasAny says so
+        QString folded; // case-folded; ? where hasAny says so
         bool hasAny;
     };
 

@@ -1,0 +1,178 @@
+#include "table/nkMetadataIconDelegate.h"
+
+#include "table/nkMetadataEditorMemory.h"
+#include "table/nkMetadataKeyValueColumns.h"
+#include "table/nkMetadataPickedColor.h"
+#include "table/nkMetadataRowHandles.h"
+
+#include <nkKernelServices/nkMainWindowService.h>
+#include <nkQt4Ext/QNKColorDialog.h>
+#include <nkQt4Ext/nkIconManager.h>
+
+#include <QAbstractItemView>
+#include <QMouseEvent>
+
+using namespace nkMetadataKeyValue;
+
+namespace {
+
+QWidget *viewOf(const QStyleOptionViewItem &option)
+{
+    return const_cast<QWidget *>(option.widget);
+}
+
+bool isMouseEvent(QEvent::Type type)
+{
+    return type == QEvent::MouseButtonPress || type == QEvent::MouseButtonRelease
+           || type == QEvent::MouseButtonDblClick || type == QEvent::MouseMove;
+}
+
+QVariant colorOf(const QNKColorDialog *dialog)
+{
+    return dialog->getColor().getGammaQColor();
+}
+
+} // namespace
+
+nkMetadataIconDelegate::nkMetadataIconDelegate(QObject *parent) : QItemDelegate(parent) {}
+
+nkMetadataIconDelegate::~nkMetadataIconDelegate() = default;
+
+QWidget *nkMetadataIconDelegate::createEditor(QWidget *, const QStyleOptionViewItem &,
+                                              const QModelIndex &) const
+{
+    auto *dialog = new QNKColorDialog;
+    auto *delegate = const_cast<nkMetadataIconDelegate *>(this);
+    connect(dialog, &QDialog::finished, delegate, [delegate, dialog](int result) {
+        if (result == QDialog::Accepted) {
+            Q_EMIT delegate->commitData(dialog);
+        }
+        Q_EMIT delegate->closeEditor(dialog, result == QDialog::Accepted ? NoHint : RevertModelCache);
+    });
+    return dialog;
+}
+
+void nkMetadataIconDelegate::setEditorData(QWidget *editor, const QModelIndex &index) const
+{
+    auto *dialog = qobject_cast<QNKColorDialog *>(editor);
+    const QVariant datum = index.data(ColorRole);
+    if (dialog && nkMetadataEditorMemory::wants(dialog, datum, colorOf(dialog))) {
+        dialog->reinit(nkMetadataPickedColor::fromColor(datum.value<QColor>()));
+        nkMetadataEditorMemory::remember(dialog, datum, colorOf(dialog));
+    }
+}
+
+void nkMetadataIconDelegate::setModelData(QWidget *editor, QAbstractItemModel *model,
+                                          const QModelIndex &index) const
+{
+    const auto *dialog = qobject_cast<QNKColorDialog *>(editor);
+    if (dialog && nkMetadataEditorMemory::isTouched(dialog, colorOf(dialog))) {
+        model->setData(index, colorOf(dialog), ColorRole);
+    }
+}
+
+void nkMetadataIconDelegate::updateEditorGeometry(QWidget *editor, const QStyleOptionViewItem &,
+                                                  const QModelIndex &) const
+{
+    const QWidget *window = nkMainWindowService::the().getMainWindow();
+    if (!window || editor->isVisible()) {
+        return;
+    }
+    editor->adjustSize();
+    const QRect frame = window->geometry();
+    editor->move(frame.x() + frame.width() / 2 - editor->width() / 2,
+                 frame.y() + frame.height() / 2 - editor->height() / 2);
+}
+
+bool nkMetadataIconDelegate::eventFilter(QObject *object, QEvent *event)
+{
+    // The dialog ends by its own buttons: hiding it or turning to another window commits nothing.
+    if (qobject_cast<QNKColorDialog *>(object)) {
+        return false;
+    }
+    return QItemDelegate::eventFilter(object, event);
+}
+
+void nkMetadataIconDelegate::drawDecoration(QPainter *painter, const QStyleOptionViewItem &option,
+                                            const QRect &rect, const QPixmap &pixmap) const
+{
+    if (m_iconLeft < 0 && rect.isValid()) {
+        m_iconLeft = rect.left() - option.rect.left();
+        m_iconWidth = rect.width();
+    }
+    QItemDelegate::drawDecoration(painter, option, rect, pixmap);
+}
+
+void nkMetadataIconDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
+                                   const QModelIndex &index) const
+{
+    // The mouse may have left for a cell of another delegate, which tells nobody; the repaint does.
+    if (option.state != QStyle::State_MouseOver) {
+        showPickerCursor(option, false);
+    }
+    QItemDelegate::paint(painter, option, index);
+}
+
+bool nkMetadataIconDelegate::editorEvent(QEvent *event, QAbstractItemModel *model,
+                                         const QStyleOptionViewItem &option, const QModelIndex &index)
+{
+    const QEvent::Type lastType = m_lastEventType;
+    m_lastEventType = event->type();
+    if (!isMouseEvent(event->type())) {
+        return QItemDelegate::editorEvent(event, model, option, index);
+    }
+    const auto *mouse = static_cast<QMouseEvent *>(event);
+    const bool isOnIcon = this->isOnIcon(mouse->x(), option);
+    if (event->type() == QEvent::MouseButtonPress) {
+        m_pressedEntry = isOnIcon ? nkMetadataRowHandles::entry(index).getObjectId() : 0;
+    }
+    if (event->type() == QEvent::MouseMove) {
+        showPickerCursor(option, isOnIcon && nkMetadataRowHandles::set(index).isEditable());
+    }
+    const bool isClick = event->type() == QEvent::MouseButtonRelease && lastType == QEvent::MouseButtonPress
+                         && mouse->button() == Qt::LeftButton;
+    if (isClick && isOnIcon && openOnClick(option, index)) {
+        return true;
+    }
+    return QItemDelegate::editorEvent(event, model, option, index);
+}
+
+bool nkMetadataIconDelegate::isOnIcon(int x, const QStyleOptionViewItem &option) const
+{
+    const int left = option.rect.left() + m_iconLeft;
+    return m_iconLeft >= 0 && x >= left && x < left + m_iconWidth;
+}
+
+bool nkMetadataIconDelegate::openOnClick(const QStyleOptionViewItem &option, const QModelIndex &index)
+{
+    auto *view = qobject_cast<QAbstractItemView *>(viewOf(option));
+    const bool isPressedRow = nkMetadataRowHandles::entry(index).getObjectId() == m_pressedEntry;
+    if (!view || !m_pressedEntry || !isPressedRow || !nkMetadataRowHandles::set(index).isEditable()) {
+        return false;
+    }
+    view->edit(index);
+    return true;
+}
+
+void nkMetadataIconDelegate::showPickerCursor(const QStyleOptionViewItem &option, bool show) const
+{
+    QWidget *view = viewOf(option);
+    if (show && view && m_cursorOverridden != view) {
+        view->setCursor(pickerCursor());
+        m_cursorOverridden = view;
+    } else if (!show && m_cursorOverridden) {
+        m_cursorOverridden->unsetCursor();
+        m_cursorOverridden = nullptr;
+    }
+}
+
+const QCursor &nkMetadataIconDelegate::pickerCursor() const
+{
+    if (!m_pickerCursor) {
+        const QPixmap picture = nkIconManager::renderPixmap(
+            QString(QLatin1String(":/iconmanager/resources/Various/ColorPickerCursor.svg")), QSize(32, 32));
+        // The tip of the drawn pipette.
+        m_pickerCursor = std::make_unique<QCursor>(picture, 6, 26);
+    }
+    return *m_pickerCursor;
+}
