@@ -156,8 +156,14 @@ void TreeKeeper::hold()
         return;
     const OpenEditor editor = OpenEditor::of(m_view);
     QItemSelectionModel *const selection = m_view->selectionModel();
-    m_held.reset(new Held{TreeState(m_view, m_place, m_expanded), editor, m_place.slot(editor.index),
-                          nullptr, {}, false, true, false});
+    m_held.reset(new Held{TreeState(m_view, m_place, m_expanded),
+                          editor,
+                          m_place.slot(editor.index),
+                          nullptr,
+                          {},
+                          false,
+                          true,
+                          false});
     if (!editor.isNull()) {
         m_held->delegate = m_view->itemDelegate(editor.index);
         m_held->editorState = EditorState(editor.widget);
@@ -296,8 +302,8 @@ TreeKeeper::Typed TreeKeeper::typedIn(const QModelIndex &topLeft, const QModelIn
     const OpenEditor editor = OpenEditor::of(m_view);
     const QModelIndex &index = editor.index;
     if (editor.isNull() || editor.isBeingCommitted() || index.parent() != topLeft.parent()
-        || index.row() < topLeft.row() || index.row() > bottomRight.row()
-        || index.column() < topLeft.column() || index.column() > bottomRight.column())
+        || index.row() < topLeft.row() || index.row() > bottomRight.row() || index.column() < topLeft.column()
+        || index.column() > bottomRight.column())
         return {};
     return {editor.widget, EditorState(editor.widget), isTouched(editor)};
 }
