@@ -264,8 +264,8 @@ private Q_SLOTS:
     {
         const auto data = draggedEntries({GuiScene::entry(m_scene.common, "colour")});
         QVERIFY(drop(data, row(1)));
-        nkdMetadataSet(m_scene.second).getEntries().clear();
-        QTRY_COMPARE(GuiScene::keys(m_scene.second), QStringList{"colour"});
+        GuiScene::entry(m_scene.second, "colour").setKey(QStringLiteral("paint"));
+        QTRY_COMPARE(GuiScene::keys(m_scene.second), (QStringList{"paint", "colour"}));
         QCOMPARE(GuiScene::entry(m_scene.second, "colour").getValue().toString(), QStringLiteral("red"));
     }
 
