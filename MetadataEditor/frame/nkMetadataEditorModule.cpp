@@ -37,12 +37,13 @@ namespace {
 
 nkMetadataEditorModule *theWindow = nullptr;
 
+/// Stacks the widgets in the frame, without margins; the last takes the height the others leave.
 void fillFrame(QFrame *frame, const QList<QWidget *> &widgets)
 {
     auto *layout = new QVBoxLayout(frame);
     layout->setContentsMargins(0, 0, 0, 0);
     for (QWidget *widget : widgets) {
-        layout->addWidget(widget);
+        layout->addWidget(widget, widget == widgets.last() ? 1 : 0);
     }
 }
 
