@@ -2,6 +2,7 @@
 
 #include "MainWindow.h"
 
+#include <QVariant>
 #include <QWidget>
 
 MainWindowService::MainWindowService(MainWindow *window) : m_window(window) {}

@@ -3,7 +3,6 @@
 #include "MainWindow.h"
 #include "MainWindowService.h"
 
-#include "interchange/SceneFile.h"
 #include "kernel/document/Document.h"
 #include "kernel/icons/IconSource.h"
 #include "kernel/services/ServiceRegistry.h"
@@ -20,12 +19,15 @@ namespace {
 /// The level of nkLogService::reported that is a failure to show.
 constexpr int errorLevel = 2;
 
+/// Oddities of a file that are named one by one in the log; the others are counted.
+constexpr int importLines = 100;
+
 /// The widget library knows no kernel: its icons come from the kernel's source through these functions.
 nkIconManager::Source kernelIcons()
 {
-    return {[](const QString &name, const QString &category) { return IconSource::the().icon(name, category); },
-            [](const QString &path) { return IconSource::the().pixmap(path); },
-            [](const QString &path, const QSize &size) { return IconSource::the().render(path, size); }};
+    return {[](const QString &name, const QString &category) { return kernel::IconSource::the().icon(name, category); },
+            [](const QString &path) { return kernel::IconSource::the().pixmap(path); },
+            [](const QString &path, const QSize &size) { return kernel::IconSource::the().render(path, size); }};
 }
 
 QString besideExecutable(const QString &name)
@@ -40,7 +42,7 @@ Workbench::Workbench()
     nkIconManager::setSource(kernelIcons());
     m_window = std::make_unique<MainWindow>();
     m_windowService = std::make_unique<MainWindowService>(m_window.get());
-    ServiceRegistry::the().setMainWindowService(m_windowService.get());
+    kernel::ServiceRegistry::the().setMainWindowService(m_windowService.get());
     connect(m_window.get(), &MainWindow::openRequested, this, &Workbench::openOrTell);
     connect(&nkLogService::the(), &nkLogService::reported, this, &Workbench::showReport);
 }
@@ -53,7 +55,7 @@ Workbench::~Workbench()
     kernel::Document::the().clear();
     m_window->releaseModules();
     m_plugins.unloadAll();
-    ServiceRegistry::the().setMainWindowService(nullptr);
+    kernel::ServiceRegistry::the().setMainWindowService(nullptr);
     nkIconManager::setSource({});
 }
 
@@ -66,10 +68,21 @@ QString Workbench::open(const QString &path)
 {
     QNKViewBase::commitOpenEditors();
     const SceneFile::Result result = SceneFile::open(path);
-    if (result.error.isEmpty()) {
+    if (result.isOpen()) {
+        m_source = result.source;
         m_window->showScene(path);
+        tellImport(path, result.report);
     }
     return result.error;
+}
+
+void Workbench::tellImport(const QString &path, const interchange::ImportReport &report)
+{
+    nkLogService &log = nkLogService::the();
+    log.reportInformation(tr("Open Scene"), QStringLiteral("%1: %2").arg(path, report.summary()));
+    if (!report.isClean()) {
+        log.reportInformation(tr("Open Scene"), report.details(importLines));
+    }
 }
 
 void Workbench::openOrTell(const QString &path)

@@ -2,6 +2,8 @@
 
 #include "PluginLoader.h"
 
+#include "interchange/SceneFile.h"
+
 #include <QObject>
 #include <QString>
 
@@ -32,10 +34,13 @@ public:
     MainWindow *window() const { return m_window.get(); }
 
 private:
+    static void tellImport(const QString &path, const interchange::ImportReport &report);
     void openOrTell(const QString &path);
     void showReport(int level, const QString &title, const QString &text);
 
     std::unique_ptr<MainWindow> m_window;
     std::unique_ptr<MainWindowService> m_windowService;
     PluginLoader m_plugins;
+    /// Where the open scene stands in its file; null before the first was opened.
+    std::shared_ptr<const interchange::SceneSource> m_source;
 };

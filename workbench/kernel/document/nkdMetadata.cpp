@@ -178,8 +178,11 @@ QString nkdMetadata::getSetQuery(const QString &name)
 
 QString nkdMetadata::getValueTypeQuery(nkMetadataTypes::ValueType type)
 {
+    // The names that people see in tables; one of them is no identifier.
     const QMetaEnum types = QMetaEnum::fromType<nkMetadataTypes::ValueType>();
-    return QLatin1String("type:") + quoted(QLatin1String(types.valueToKey(type)));
+    const QString name = type == nkMetadataTypes::DateTime ? QStringLiteral("Date and Time")
+                                                           : QString::fromLatin1(types.valueToKey(type));
+    return QLatin1String("type:") + quoted(name);
 }
 
 QString nkdMetadata::getKeyValueQuery(const QString &key) const
