@@ -7,6 +7,7 @@
 #include <QAbstractProxyModel>
 #include <QEvent>
 #include <QItemSelectionModel>
+#include <QScopedValueRollback>
 #include <QSignalBlocker>
 
 TreeKeeper::TreeKeeper(QNKTreeView *view) : QObject(view), m_view(view)
@@ -140,8 +141,11 @@ void TreeKeeper::leaveEditor(QWidget *editor, QAbstractItemDelegate *delegate)
     if (delegate)
         editor->removeEventFilter(delegate);
     const QWidget *const focus = editor->window()->focusWidget();
-    if (focus && (focus == editor || editor->isAncestorOf(focus)))
-        m_view->setFocus(Qt::OtherFocusReason);
+    if (!focus || (focus != editor && !editor->isAncestorOf(focus)))
+        return;
+    // A view that gains the focus looks for a current row: nothing a person has done.
+    const QScopedValueRollback<bool> noGesture(m_puttingBack, true);
+    m_view->setFocus(Qt::OtherFocusReason);
 }
 
 void TreeKeeper::afterReset()
@@ -170,9 +174,8 @@ void TreeKeeper::hold()
         m_held->editorTouched = isTouched(editor);
     }
     m_held->wasSilent = selection->blockSignals(true);
-    m_puttingBack = true;
+    const QScopedValueRollback<bool> noGesture(m_puttingBack, true);
     selection->reset();
-    m_puttingBack = false;
 }
 
 void TreeKeeper::selectionSetAnew()
