@@ -105,7 +105,6 @@ void QNKVariantListWidget::Private::connectAll()
 
 void QNKVariantListWidget::Private::add(const QVariant &value)
 {
-    commitOpenEditor();
     auto *item = new VariantListItem(value);
     list->insertItem(list->currentRow() < 0 ? list->count() : list->currentRow() + 1, item);
     list->setCurrentItem(item);
@@ -243,12 +242,6 @@ bool QNKVariantListWidget::event(QEvent *event)
         return true;
     }
     return QWidget::event(event);
-}
-
-void QNKVariantListWidget::closeEvent(QCloseEvent *event)
-{
-    d->commitOpenEditor();
-    QWidget::closeEvent(event);
 }
 
 void QNKVariantListWidget::paintEvent(QPaintEvent *event)
