@@ -102,6 +102,7 @@ private Q_SLOTS:
     void editsNestedLists();
     void escapeInANestedListWritesNothing();
     void aNestedListThatIsClickedAwayKeepsWhatWasTyped();
+    void rowsAreHighEnoughForTheirEditors();
     void typedTextSurvivesAnAnnouncementOfTheRow();
     void typesThatCannotBeWrittenBackHaveNoEditor();
 };
@@ -361,6 +362,16 @@ void TestVariantDelegate::aNestedListThatIsClickedAwayKeepsWhatWasTyped()
     QTest::keyClicks(edit, QStringLiteral("two"));
     QTest::mouseClick(list, Qt::LeftButton, {}, QPoint(-10, -10));
     QTRY_VERIFY(same(view.value(), QVariantList{"two"}));
+}
+
+void TestVariantDelegate::rowsAreHighEnoughForTheirEditors()
+{
+    for (const QVariant &value : {QVariant(1), QVariant(0.5), QVariant(QDate(2023, 3, 2)), QVariant("a")}) {
+        View view(value);
+        QWidget *editor = view.openAny();
+        QVERIFY(editor);
+        QVERIFY(editor->height() >= editor->minimumSizeHint().height() - 2);
+    }
 }
 
 void TestVariantDelegate::typedTextSurvivesAnAnnouncementOfTheRow()

@@ -250,7 +250,8 @@ void QNKVariantListWidget::paintEvent(QPaintEvent *event)
     if (!isWindow())
         return;
     QPainter painter(this);
-    painter.setPen(palette().color(QPalette::Window).darker(140));
+    // Between the ground and its text, so that the edge is seen over a field in any palette.
+    painter.setPen(palette().color(QPalette::Disabled, QPalette::WindowText));
     painter.drawRect(rect().adjusted(0, 0, -1, -1));
 }
 
