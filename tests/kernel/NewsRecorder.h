@@ -17,7 +17,9 @@ public:
     NewsRecorder()
     {
         connect(&nkMetadataService::the(), &nkMetadataService::metadataChanged, this,
-                [this](nkMetadataTypes::ChangeFlag flags) { m_news << QStringLiteral("metadata %1").arg(int(flags)); });
+                [this](nkMetadataTypes::ChangeFlag flags) {
+                    m_news << QStringLiteral("metadata %1").arg(int(flags));
+                });
         connect(&nkMetadataService::the(), &nkMetadataService::selectionChanged, this,
                 [this](const QList<nkdObject> &objects) {
                     m_news << QStringLiteral("selection %1").arg(objects.size());

@@ -95,65 +95,65 @@ void TestAnnouncements::atNextChange(const std::function<void()> &reaction)
 void TestAnnouncements::eachOperationTellsItsFlags()
 {
     const nkdSceneObject object = node("n");
-    QCOMPARE(m_news->take(), QStringList { "scene" });
-    m_service.assignSets({ object }, { m_set });
-    QCOMPARE(m_news->take(), QStringList { "metadata 4" });
+    QCOMPARE(m_news->take(), QStringList{"scene"});
+    m_service.assignSets({object}, {m_set});
+    QCOMPARE(m_news->take(), QStringList{"metadata 4"});
     m_service.createSet(QString(), {});
-    QCOMPARE(m_news->take(), QStringList { "metadata 1" });
-    const nkdMetadataSet assigned = m_service.createSet(QString(), { object });
-    QCOMPARE(m_news->take(), QStringList { "metadata 5" });
-    m_service.duplicateSets({ m_set });
-    QCOMPARE(m_news->take(), QStringList { "metadata 7" });
-    m_service.removeAssignments({ m_set }, { object });
-    QCOMPARE(m_news->take(), QStringList { "metadata 4" });
+    QCOMPARE(m_news->take(), QStringList{"metadata 1"});
+    const nkdMetadataSet assigned = m_service.createSet(QString(), {object});
+    QCOMPARE(m_news->take(), QStringList{"metadata 5"});
+    m_service.duplicateSets({m_set});
+    QCOMPARE(m_news->take(), QStringList{"metadata 7"});
+    m_service.removeAssignments({m_set}, {object});
+    QCOMPARE(m_news->take(), QStringList{"metadata 4"});
     m_set.setName(QStringLiteral("T"));
-    QCOMPARE(m_news->take(), (QStringList { "metadata 1", "set name" }));
+    QCOMPARE(m_news->take(), (QStringList{"metadata 1", "set name"}));
     m_set.setColor(Qt::red);
-    QCOMPARE(m_news->take(), (QStringList { "metadata 1", "set color" }));
+    QCOMPARE(m_news->take(), (QStringList{"metadata 1", "set color"}));
     m_set.setLocked(true);
-    QCOMPARE(m_news->take(), (QStringList { "metadata 1", "set locked" }));
+    QCOMPARE(m_news->take(), (QStringList{"metadata 1", "set locked"}));
     m_set.setLocked(false);
     m_news->take();
     m_entry.setKey(QStringLiteral("k"));
-    QCOMPARE(m_news->take(), (QStringList { "metadata 2", "entry key" }));
+    QCOMPARE(m_news->take(), (QStringList{"metadata 2", "entry key"}));
     m_entry.setValue(1);
-    QCOMPARE(m_news->take(), (QStringList { "metadata 2", "entry value" }));
+    QCOMPARE(m_news->take(), (QStringList{"metadata 2", "entry value"}));
     m_entry.setValueType(T::Boolean);
-    QCOMPARE(m_news->take(), (QStringList { "metadata 2", "entry valueType", "entry value" }));
+    QCOMPARE(m_news->take(), (QStringList{"metadata 2", "entry valueType", "entry value"}));
     m_entry.setTag(QStringLiteral("t"));
-    QCOMPARE(m_news->take(), (QStringList { "metadata 2", "entry key", "entry valueType", "entry value" }));
-    m_service.copyEntries({ m_entry });
-    m_service.copySets({ m_set });
+    QCOMPARE(m_news->take(), (QStringList{"metadata 2", "entry key", "entry valueType", "entry value"}));
+    m_service.copyEntries({m_entry});
+    m_service.copySets({m_set});
     QVERIFY(m_news->take().isEmpty());
-    m_service.pasteEntries({ m_set, assigned });
-    QCOMPARE(m_news->take(), QStringList { "metadata 2" });
-    m_service.pasteSets({ object });
-    QCOMPARE(m_news->take(), QStringList { "metadata 7" });
-    m_set.getEntries().append({ m_entry });
-    QCOMPARE(m_news->take(), QStringList { "metadata 2" });
+    m_service.pasteEntries({m_set, assigned});
+    QCOMPARE(m_news->take(), QStringList{"metadata 2"});
+    m_service.pasteSets({object});
+    QCOMPARE(m_news->take(), QStringList{"metadata 7"});
+    m_set.getEntries().append({m_entry});
+    QCOMPARE(m_news->take(), QStringList{"metadata 2"});
     m_set.getEntries().remove(m_entry);
-    QCOMPARE(m_news->take(), QStringList { "metadata 2" });
-    m_service.deleteSets({ m_set, assigned });
-    QCOMPARE(m_news->take(), QStringList { "metadata 7" });
-    m_document.deleteObjects({ object.getObjectId() });
-    QCOMPARE(m_news->take(), (QStringList { "metadata 4", "scene" }));
+    QCOMPARE(m_news->take(), QStringList{"metadata 2"});
+    m_service.deleteSets({m_set, assigned});
+    QCOMPARE(m_news->take(), QStringList{"metadata 7"});
+    m_document.deleteObjects({object.getObjectId()});
+    QCOMPARE(m_news->take(), (QStringList{"metadata 4", "scene"}));
 }
 
 void TestAnnouncements::undoAndRedoTellLikeTheChange()
 {
     m_entry.setValue(1);
-    const QStringList valueNews { "metadata 2", "entry value" };
+    const QStringList valueNews{"metadata 2", "entry value"};
     QCOMPARE(m_news->take(), valueNews);
     m_document.undo();
     QCOMPARE(m_news->take(), valueNews);
     m_document.undoStack()->redo();
     QCOMPARE(m_news->take(), valueNews);
-    m_service.createSet(QString(), { node("n") });
+    m_service.createSet(QString(), {node("n")});
     m_news->take();
     m_document.undo();
-    QCOMPARE(m_news->take(), QStringList { "metadata 5" });
+    QCOMPARE(m_news->take(), QStringList{"metadata 5"});
     m_document.undo();
-    QCOMPARE(m_news->take(), QStringList { "scene" });
+    QCOMPARE(m_news->take(), QStringList{"scene"});
     m_document.undoStack()->setIndex(0);
     QCOMPARE(m_news->take(), valueNews);
 }
@@ -163,16 +163,16 @@ void TestAnnouncements::theFirstChangeOfAScopeIsToldAtOnceTheRestAtItsEnd()
     {
         const nkScopedUndo scope(true);
         const nkdMetadataEntry created = m_set.createEntry(T::String);
-        QCOMPARE(m_news->take(), QStringList { "metadata 2" });
+        QCOMPARE(m_news->take(), QStringList{"metadata 2"});
         m_set.setName(QStringLiteral("T"));
         m_entry.setValue(4);
         QVERIFY(m_news->take().isEmpty());
     }
-    QCOMPARE(m_news->take(), (QStringList { "metadata 3", "set name", "entry value" }));
+    QCOMPARE(m_news->take(), (QStringList{"metadata 3", "set name", "entry value"}));
     {
         const nkScopedUndo scope(true);
         m_entry.setValue(5);
-        QCOMPARE(m_news->take(), (QStringList { "metadata 2", "entry value" }));
+        QCOMPARE(m_news->take(), (QStringList{"metadata 2", "entry value"}));
     }
     QVERIFY(m_news->take().isEmpty());
 }
@@ -207,10 +207,10 @@ void TestAnnouncements::propertiesAreToldOncePerObject()
         }
         other.setKey(QStringLiteral("o"));
     }
-    QCOMPARE(m_news->take(), (QStringList { "metadata 2", "other key", "other value", "entry key" }));
+    QCOMPARE(m_news->take(), (QStringList{"metadata 2", "other key", "other value", "entry key"}));
     m_document.undo();
     QCOMPARE(m_news->take(),
-             (QStringList { "metadata 2", "entry key", "entry value", "other key", "other value" }));
+             (QStringList{"metadata 2", "entry key", "entry value", "other key", "other value"}));
 }
 
 void TestAnnouncements::propertiesOfNewObjectsAreNotTold()
@@ -224,11 +224,11 @@ void TestAnnouncements::propertiesOfNewObjectsAreNotTold()
         nkdMetadataSet set = m_service.createSet(QString(), {});
         set.setName(QStringLiteral("y"));
     }
-    QCOMPARE(m_news->take(), QStringList { "metadata 3" });
+    QCOMPARE(m_news->take(), QStringList{"metadata 3"});
     m_document.undo();
-    QCOMPARE(m_news->take(), QStringList { "metadata 3" });
+    QCOMPARE(m_news->take(), QStringList{"metadata 3"});
     m_document.redo();
-    QCOMPARE(m_news->take(), QStringList { "metadata 3" });
+    QCOMPARE(m_news->take(), QStringList{"metadata 3"});
 }
 
 void TestAnnouncements::propertiesOfVanishedObjectsAreNotTold()
@@ -241,7 +241,7 @@ void TestAnnouncements::propertiesOfVanishedObjectsAreNotTold()
         m_entry.setValue(3);
         m_set.getEntries().remove(m_entry);
     }
-    QCOMPARE(m_news->take(), (QStringList { "metadata 3", "set locked" }));
+    QCOMPARE(m_news->take(), (QStringList{"metadata 3", "set locked"}));
 }
 
 void TestAnnouncements::undoDoesNotTellPropertiesOfWhatItRemoves()
@@ -254,10 +254,10 @@ void TestAnnouncements::undoDoesNotTellPropertiesOfWhatItRemoves()
     m_news->take();
     m_document.undo();
     // The entry is back with its old value: it did not change before anybody's eyes.
-    QCOMPARE(m_news->take(), QStringList { "metadata 2" });
+    QCOMPARE(m_news->take(), QStringList{"metadata 2"});
     QCOMPARE(m_entry.getValue(), QVariant(0));
     m_document.redo();
-    QCOMPARE(m_news->take(), QStringList { "metadata 2" });
+    QCOMPARE(m_news->take(), QStringList{"metadata 2"});
 }
 
 void TestAnnouncements::firstAndLastOwnEntryTouchAssignments()
@@ -265,15 +265,15 @@ void TestAnnouncements::firstAndLastOwnEntryTouchAssignments()
     nkdMetadataSet own = nkdMetadata::fromObject(node("n")).getObjectSet();
     m_news->take();
     const nkdMetadataEntry first = own.createEntry(T::String);
-    QCOMPARE(m_news->take(), QStringList { "metadata 6" });
+    QCOMPARE(m_news->take(), QStringList{"metadata 6"});
     own.createEntry(T::String);
-    QCOMPARE(m_news->take(), QStringList { "metadata 2" });
+    QCOMPARE(m_news->take(), QStringList{"metadata 2"});
     own.getEntries().remove(first);
-    QCOMPARE(m_news->take(), QStringList { "metadata 2" });
+    QCOMPARE(m_news->take(), QStringList{"metadata 2"});
     own.getEntries().clear();
-    QCOMPARE(m_news->take(), QStringList { "metadata 6" });
+    QCOMPARE(m_news->take(), QStringList{"metadata 6"});
     m_document.undo();
-    QCOMPARE(m_news->take(), QStringList { "metadata 6" });
+    QCOMPARE(m_news->take(), QStringList{"metadata 6"});
 }
 
 void TestAnnouncements::renamingAnObjectIsNoMetadataChange()
@@ -282,22 +282,22 @@ void TestAnnouncements::renamingAnObjectIsNoMetadataChange()
     m_news->name(object, QStringLiteral("node"));
     m_news->take();
     object.setName(QStringLiteral("m"));
-    QCOMPARE(m_news->take(), (QStringList { "scene", "node name" }));
+    QCOMPARE(m_news->take(), (QStringList{"scene", "node name"}));
     object.setLocked(true);
-    QCOMPARE(m_news->take(), QStringList { "node locked" });
+    QCOMPARE(m_news->take(), QStringList{"node locked"});
     m_document.undo();
-    QCOMPARE(m_news->take(), QStringList { "node locked" });
+    QCOMPARE(m_news->take(), QStringList{"node locked"});
 }
 
 void TestAnnouncements::deadObjectsLeaveTheSelectionFirst()
 {
     const nkdSceneObject object = node("n");
-    m_service.setSelection({ m_set, object });
+    m_service.setSelection({m_set, object});
     m_news->take();
-    m_service.deleteSets({ m_set });
-    QCOMPARE(m_news->take(), (QStringList { "selection 1", "metadata 3" }));
-    m_document.deleteObjects({ object.getObjectId() });
-    QCOMPARE(m_news->take(), (QStringList { "selection 0", "scene" }));
+    m_service.deleteSets({m_set});
+    QCOMPARE(m_news->take(), (QStringList{"selection 1", "metadata 3"}));
+    m_document.deleteObjects({object.getObjectId()});
+    QCOMPARE(m_news->take(), (QStringList{"selection 0", "scene"}));
     m_document.undo();
     QVERIFY(m_service.getSelection().isEmpty());
 }
@@ -305,35 +305,35 @@ void TestAnnouncements::deadObjectsLeaveTheSelectionFirst()
 void TestAnnouncements::deadObjectsLeaveTheSelectionInScopesAtOnce()
 {
     nkdMetadataSet other = m_service.createSet(QString(), {});
-    m_service.setSelection({ other, m_set });
+    m_service.setSelection({other, m_set});
     {
         const nkScopedUndo scope(true);
         m_set.setLocked(true);
         m_news->take();
-        m_service.deleteSets({ other });
-        QCOMPARE(m_service.getSelection(), QList<nkdObject> { m_set });
+        m_service.deleteSets({other});
+        QCOMPARE(m_service.getSelection(), QList<nkdObject>{m_set});
         QVERIFY(m_news->take().isEmpty());
     }
-    QCOMPARE(m_news->take(), (QStringList { "selection 1", "metadata 1" }));
+    QCOMPARE(m_news->take(), (QStringList{"selection 1", "metadata 1"}));
 }
 
 void TestAnnouncements::undoneCreationsLeaveTheSelection()
 {
     const nkdMetadataSet created = m_service.createSet(QString(), {});
-    m_service.setSelection({ created });
+    m_service.setSelection({created});
     m_news->take();
     m_document.undo();
-    QCOMPARE(m_news->take(), (QStringList { "selection 0", "metadata 1" }));
+    QCOMPARE(m_news->take(), (QStringList{"selection 0", "metadata 1"}));
 }
 
 void TestAnnouncements::settingTheSelectionAlwaysTells()
 {
-    m_service.setSelection({ m_set });
-    m_service.setSelection({ m_set });
+    m_service.setSelection({m_set});
+    m_service.setSelection({m_set});
     {
         const nkScopedUndo scope(true);
         m_service.setSelection({});
-        QCOMPARE(m_news->take(), (QStringList { "selection 1", "selection 1", "selection 0" }));
+        QCOMPARE(m_news->take(), (QStringList{"selection 1", "selection 1", "selection 0"}));
     }
     QVERIFY(m_news->take().isEmpty());
     QCOMPARE(m_document.undoStack()->count(), 0);
@@ -343,10 +343,10 @@ void TestAnnouncements::theSelectionHoldsLivingSetsAndObjectsOnce()
 {
     const nkdSceneObject object = node("n");
     const nkdMetadataSet own = nkdMetadata::fromObject(object).getObjectSet();
-    m_service.setSelection({ object, m_entry, nkdObject(), m_set, object, nkdObject(5, nkObjectType::Node),
-                             own, nkdMetadata::fromObject(object) });
+    m_service.setSelection({object, m_entry, nkdObject(), m_set, object, nkdObject(5, nkObjectType::Node),
+                            own, nkdMetadata::fromObject(object)});
     const QList<nkdObject> selection = m_service.getSelection();
-    QCOMPARE(selection, (QList<nkdObject> { object, m_set, own }));
+    QCOMPARE(selection, (QList<nkdObject>{object, m_set, own}));
     QCOMPARE(selection.first().getType(), nkObjectType::Node);
     QVERIFY(nkdMetadataSet(selection.at(1)) == m_set);
 }
@@ -357,9 +357,9 @@ void TestAnnouncements::aWriteInsideTheFirstAnnouncementBelongsToTheScope()
     {
         const nkScopedUndo scope(true);
         m_entry.setValue(1);
-        QCOMPARE(m_news->take(), (QStringList { "metadata 2", "entry value" }));
+        QCOMPARE(m_news->take(), (QStringList{"metadata 2", "entry value"}));
     }
-    QCOMPARE(m_news->take(), (QStringList { "metadata 1", "set name" }));
+    QCOMPARE(m_news->take(), (QStringList{"metadata 1", "set name"}));
     QCOMPARE(m_document.undoStack()->count(), 1);
     m_document.undo();
     QCOMPARE(m_set.getName(), QStringLiteral("S"));
@@ -376,7 +376,7 @@ void TestAnnouncements::aWriteInsideTheClosingAnnouncementIsAStepOfItsOwn()
     }
     QCOMPARE(m_document.undoStack()->count(), 2);
     const QStringList news = m_news->take();
-    QCOMPARE(news, (QStringList { "metadata 2", "metadata 1", "set name", "entry value" }));
+    QCOMPARE(news, (QStringList{"metadata 2", "metadata 1", "set name", "entry value"}));
     m_document.undo();
     QCOMPARE(m_set.getName(), QStringLiteral("S"));
     QCOMPARE(m_entry.getValue(), QVariant(2));
@@ -405,17 +405,17 @@ void TestAnnouncements::aScopeInsideAnAnnouncementNests()
         m_entry.setValue(1);
     }
     QCOMPARE(m_document.undoStack()->count(), 1);
-    QCOMPARE(m_news->take(), (QStringList { "metadata 2", "entry value", "metadata 3", "set name" }));
+    QCOMPARE(m_news->take(), (QStringList{"metadata 2", "entry value", "metadata 3", "set name"}));
     m_document.undo();
     QCOMPARE(m_set.getEntries().size(), 1);
 }
 
 void TestAnnouncements::aListenerDeletesWhatIsBeingAnnounced()
 {
-    atNextChange([this] { m_service.deleteSets({ m_set }); });
+    atNextChange([this] { m_service.deleteSets({m_set}); });
     m_entry.setValue(1);
     QVERIFY(!m_entry.isAlive());
-    QCOMPARE(m_news->take(), (QStringList { "metadata 2", "metadata 3" }));
+    QCOMPARE(m_news->take(), (QStringList{"metadata 2", "metadata 3"}));
     m_document.undo();
     QCOMPARE(m_entry.getValue(), QVariant(1));
 }
@@ -427,23 +427,23 @@ void TestAnnouncements::aListenerClearsTheSceneAfterAChange()
     QVERIFY(!m_entry.isAlive());
     QVERIFY(m_service.getAllSets().isEmpty());
     QCOMPARE(m_document.undoStack()->count(), 0);
-    QCOMPARE(m_news->take(), (QStringList { "metadata 2", "metadata 7", "scene" }));
+    QCOMPARE(m_news->take(), (QStringList{"metadata 2", "metadata 7", "scene"}));
 }
 
 void TestAnnouncements::aListenerSelectsInsideAnnouncements()
 {
     const nkdMetadataSet other = m_service.createSet(QString(), {});
-    m_service.setSelection({ m_set });
+    m_service.setSelection({m_set});
     connect(&m_service, &nkMetadataService::selectionChanged, m_context.get(),
             [this, other](const QList<nkdObject> &objects) {
                 if (objects.isEmpty()) {
-                    m_service.setSelection({ other });
+                    m_service.setSelection({other});
                 }
             });
     m_news->take();
-    m_service.deleteSets({ m_set });
-    QCOMPARE(m_service.getSelection(), QList<nkdObject> { other });
-    QCOMPARE(m_news->take(), (QStringList { "selection 0", "selection 1", "metadata 3" }));
+    m_service.deleteSets({m_set});
+    QCOMPARE(m_service.getSelection(), QList<nkdObject>{other});
+    QCOMPARE(m_news->take(), (QStringList{"selection 0", "selection 1", "metadata 3"}));
 }
 
 void TestAnnouncements::undoFromInsideAClosingAnnouncement()

@@ -68,16 +68,16 @@ void TestEntries::init()
 
 void TestEntries::newEntriesHaveUniqueKeysAndDefaults()
 {
-    for (const T::ValueType type : { T::String, T::Integer, T::Float, T::Boolean, T::Time, T::Date, T::DateTime,
-                                     T::List }) {
+    for (const T::ValueType type :
+         {T::String, T::Integer, T::Float, T::Boolean, T::Time, T::Date, T::DateTime, T::List}) {
         const nkdMetadataEntry entry = m_set.createEntry(type);
         QCOMPARE(entry.getValueType(), type);
         QVERIFY(entry.getValue().isValid() && !entry.isTag());
     }
     m_set.createEntry(T::Tag);
     m_set.createEntry(T::Tag);
-    QCOMPARE(keysOf(m_set), (QStringList { "Key", "Key2", "Key3", "Key4", "Key5", "Key6", "Key7", "Key8", "Tag",
-                                           "Tag2" }));
+    QCOMPARE(keysOf(m_set),
+             (QStringList{"Key", "Key2", "Key3", "Key4", "Key5", "Key6", "Key7", "Key8", "Tag", "Tag2"}));
     QCOMPARE(m_set.getUniqueKey(QString()), QStringLiteral("Key9"));
     QCOMPARE(nkdMetadataSet().getUniqueKey(QStringLiteral("a")), QString());
 }
@@ -102,7 +102,7 @@ void TestEntries::takenAndEmptyKeysAreRefused()
     b.setKey(b.getKey());
     b.setTag(a.getKey());
     b.setTag(QString());
-    QCOMPARE(keysOf(m_set), (QStringList { "Key", "Key2" }));
+    QCOMPARE(keysOf(m_set), (QStringList{"Key", "Key2"}));
     QVERIFY(!b.isTag());
     QCOMPARE(m_document.undoStack()->count(), steps);
     b.setKey(QStringLiteral("new"));
@@ -116,7 +116,7 @@ void TestEntries::keysAreComparedCaseSensitively()
 {
     nkdMetadataEntry entry = m_set.createEntry(T::String);
     m_set.createEntry(T::String).setKey(QStringLiteral("key"));
-    QCOMPARE(keysOf(m_set), (QStringList { "Key", "key" }));
+    QCOMPARE(keysOf(m_set), (QStringList{"Key", "key"}));
     QCOMPARE(m_set.getEntries().find(QStringLiteral("Key")), entry);
 }
 
@@ -156,18 +156,18 @@ void TestEntries::writingWhatIsThereIsNoChange()
     nkdMetadataEntry number = m_set.createEntry(T::Float);
     number.setValue(std::nan(""));
     nkdMetadataEntry list = m_set.createEntry(T::List);
-    list.setValue(QVariantList { 1, std::nan("") });
+    list.setValue(QVariantList{1, std::nan("")});
     NewsRecorder news;
     const int steps = m_document.undoStack()->count();
     number.setValue(std::nan(""));
-    list.setValue(QVariantList { 1, std::nan("") });
+    list.setValue(QVariantList{1, std::nan("")});
     list.setValueType(T::List);
     m_set.setColor(m_set.getColor());
     m_set.setName(m_set.getName());
     m_set.setLocked(false);
     QCOMPARE(m_document.undoStack()->count(), steps);
     QVERIFY(news.take().isEmpty());
-    list.setValue(QVariantList { 1.0, std::nan("") });
+    list.setValue(QVariantList{1.0, std::nan("")});
     QCOMPARE(m_document.undoStack()->count(), steps + 1);
 }
 
@@ -190,7 +190,7 @@ void TestEntries::retypingKeepsWhatCanBeKept()
     QCOMPARE(entry.getValue(), QVariant(QDate::currentDate().toString(Qt::ISODate)));
     entry.setValue(QStringLiteral("a, b"));
     entry.setValueType(T::List);
-    QCOMPARE(entry.getValue(), QVariant(QVariantList { "a", "b" }));
+    QCOMPARE(entry.getValue(), QVariant(QVariantList{"a", "b"}));
     entry.setValueType(T::Integer);
     QCOMPARE(entry.getValue(), QVariant(0));
 }
@@ -245,7 +245,7 @@ void TestEntries::removalsUndoToTheirPlace()
     for (int count = 0; count < 40; ++count) {
         entries << m_set.createEntry(T::Integer);
     }
-    for (const int index : { 3, 0, 39, 20, 4 }) {
+    for (const int index : {3, 0, 39, 20, 4}) {
         QVERIFY(m_set.getEntries().remove(entries.at(index)));
         QVERIFY(!m_set.getEntries().remove(entries.at(index)));
     }
@@ -278,8 +278,8 @@ void TestEntries::appendedCopiesGetNewIdsAndUniqueKeys()
     nkdMetadataEntry entry = m_set.createEntry(T::Integer);
     entry.setValue(7);
     nkdMetadataSet other = m_service.createSet(QString(), {});
-    other.getEntries().append({ entry, nkdMetadataEntry(), entry });
-    QCOMPARE(keysOf(other), (QStringList { "Key", "Key2" }));
+    other.getEntries().append({entry, nkdMetadataEntry(), entry});
+    QCOMPARE(keysOf(other), (QStringList{"Key", "Key2"}));
     QVERIFY(other.getEntries().at(0) != entry);
     QCOMPARE(other.getEntries().at(1).getValue(), QVariant(7));
     m_document.undo();
@@ -291,7 +291,7 @@ void TestEntries::appendingASetToItselfEnds()
     m_set.createEntry(T::Integer);
     m_set.createEntry(T::Tag);
     m_set.getEntries().append(m_set.getEntries());
-    QCOMPARE(keysOf(m_set), (QStringList { "Key", "Tag", "Key2", "Tag2" }));
+    QCOMPARE(keysOf(m_set), (QStringList{"Key", "Tag", "Key2", "Tag2"}));
     QVERIFY(m_set.getEntries().at(3).isTag());
 }
 
@@ -303,7 +303,7 @@ void TestEntries::settingByKeyMakesTheFittingEntry()
     m_set.setValue(QStringLiteral("i"), QStringLiteral("4"));
     m_set.setValue(QString(), 1);
     m_set.setValue(QStringLiteral("nothing"), QVariant());
-    QCOMPARE(keysOf(m_set), (QStringList { "i", "f", "long" }));
+    QCOMPARE(keysOf(m_set), (QStringList{"i", "f", "long"}));
     QCOMPARE(m_set.getValue(QStringLiteral("i")), QVariant(4));
     QCOMPARE(m_set.getEntries().at(1).getValueType(), T::Float);
     QVERIFY(m_document.isNumberText(m_set.getEntries().at(2).getObjectId()));
@@ -313,7 +313,7 @@ void TestEntries::theEntryClipboardKeepsContents()
 {
     nkdMetadataEntry entry = m_set.createEntry(T::Integer);
     entry.setValue(1);
-    m_service.copyEntries({ entry, nkdMetadataEntry() });
+    m_service.copyEntries({entry, nkdMetadataEntry()});
     entry.setValue(2);
     m_set.getEntries().remove(entry);
     const QList<nkdMetadataEntry> copied = m_service.getClipboardEntries();
@@ -321,25 +321,25 @@ void TestEntries::theEntryClipboardKeepsContents()
     QCOMPARE(copied.first().getValue(), QVariant(1));
     nkdMetadataSet locked = m_service.createSet(QString(), {});
     locked.setLocked(true);
-    m_service.pasteEntries({ m_set, locked, m_set, nkdMetadataSet() });
-    QCOMPARE(keysOf(m_set), QStringList { "Key" });
+    m_service.pasteEntries({m_set, locked, m_set, nkdMetadataSet()});
+    QCOMPARE(keysOf(m_set), QStringList{"Key"});
     QVERIFY(locked.getEntries().isEmpty());
-    m_service.pasteEntries({ m_set });
-    QCOMPARE(keysOf(m_set), (QStringList { "Key", "Key2" }));
+    m_service.pasteEntries({m_set});
+    QCOMPARE(keysOf(m_set), (QStringList{"Key", "Key2"}));
 }
 
 void TestEntries::clipboardEntriesStandInNoSet()
 {
-    m_service.copyEntries({ m_set.createEntry(T::Integer) });
+    m_service.copyEntries({m_set.createEntry(T::Integer)});
     nkdMetadataEntry copied = m_service.getClipboardEntries().first();
     QVERIFY(!copied.isNull() && !copied.isAlive() && copied.getSet().isNull());
     QCOMPARE(nkdObject(copied.getObjectId()).getType(), nkObjectType::MetadataEntry);
     copied.setValue(5);
     copied.setKey(QStringLiteral("other"));
     QCOMPARE(copied.getValue(), QVariant(0));
-    m_set.getEntries().append({ copied });
-    QCOMPARE(keysOf(m_set), (QStringList { "Key", "Key2" }));
-    m_service.copyEntries({ m_set.getEntries().at(1) });
+    m_set.getEntries().append({copied});
+    QCOMPARE(keysOf(m_set), (QStringList{"Key", "Key2"}));
+    m_service.copyEntries({m_set.getEntries().at(1)});
     QVERIFY(copied.getKey().isEmpty());
 }
 
@@ -375,11 +375,11 @@ void TestEntries::valuesThatAreNoVectorColorOrMatrix()
     QVERIFY(entry.getValueAsVector3D().isNull());
     QVERIFY(entry.getValueAsMatrix(T::RowOrder).isIdentity());
     entry.setValueType(T::List);
-    entry.setValue(QVariantList { 1, 0.5, QStringLiteral("x") });
+    entry.setValue(QVariantList{1, 0.5, QStringLiteral("x")});
     QVERIFY(entry.getValueAsVector3D().isNull() && !entry.getValueAsColor().isValid());
-    entry.setValue(QVariantList { 1, 0.5, 0 });
+    entry.setValue(QVariantList{1, 0.5, 0});
     QCOMPARE(entry.getValueAsColor().name(), QStringLiteral("#ff8000"));
-    entry.setValue(QVariantList { 1, 0.5, 2 });
+    entry.setValue(QVariantList{1, 0.5, 2});
     QVERIFY(!entry.getValueAsColor().isValid());
 }
 
@@ -419,7 +419,7 @@ void TestEntries::theListIsALiveView()
     }
     QCOMPARE(walked, 1);
     nkdMetadataEntryList nothing;
-    nothing.append({ entry });
+    nothing.append({entry});
     nothing.clear();
     QVERIFY(nothing.isEmpty() && !nothing.remove(entry) && nothing.find(QStringLiteral("Key")).isNull());
 }

@@ -46,7 +46,7 @@ void TestHandles::init()
 {
     QVERIFY(m_document.clear());
     m_camera = nkdObject(m_document.createObject(nkObjectType::Camera, QStringLiteral("c")));
-    m_set = m_service.createSet(QStringLiteral("S"), { nkdSceneObject(m_camera) });
+    m_set = m_service.createSet(QStringLiteral("S"), {nkdSceneObject(m_camera)});
     m_entry = m_set.createEntry(T::Integer);
 }
 
@@ -92,7 +92,7 @@ void TestHandles::propertiesAreThoseThatAreAnnounced()
     QVERIFY(m_set.supportsProperty("color") && !m_set.supportsProperty("key"));
     QVERIFY(m_entry.supportsProperty("valueType") && !m_entry.supportsProperty("name"));
     QVERIFY(!nkdObject().supportsProperty("name"));
-    m_service.deleteSets({ m_set });
+    m_service.deleteSets({m_set});
     QVERIFY(!m_set.supportsProperty("name") && !m_entry.supportsProperty("key"));
 }
 
@@ -100,16 +100,16 @@ void TestHandles::operationsAreCalledByName()
 {
     const nkdObject plain(m_set.getObjectId());
     QCOMPARE(plain.invokeMethod("getName"), QVariant("S"));
-    QVERIFY(!plain.invokeMethod("setName", { QStringLiteral("T") }).isValid());
+    QVERIFY(!plain.invokeMethod("setName", {QStringLiteral("T")}).isValid());
     QCOMPARE(m_set.getName(), QStringLiteral("T"));
-    QCOMPARE(plain.invokeMethod("getValue", { QStringLiteral("Key") }), QVariant(0));
+    QCOMPARE(plain.invokeMethod("getValue", {QStringLiteral("Key")}), QVariant(0));
     QCOMPARE(plain.invokeMethod("getColor").value<QColor>(), m_set.getColor());
     QCOMPARE(m_camera.invokeMethod("getObjectId"), QVariant(m_camera.getObjectId()));
     QCOMPARE(m_camera.invokeMethod("getParent").userType(), qMetaTypeId<nkdNode>());
     const nkdObject entry(m_entry.getObjectId());
-    entry.invokeMethod("setValue", { 12 });
+    entry.invokeMethod("setValue", {12});
     QCOMPARE(entry.invokeMethod("getValue"), QVariant(12));
-    entry.invokeMethod("setValueType", { int(T::String) });
+    entry.invokeMethod("setValueType", {int(T::String)});
     QCOMPARE(m_entry.getValue(), QVariant("12"));
     QCOMPARE(entry.invokeMethod("getValueType").toInt(), int(T::String));
     QCOMPARE(entry.invokeMethod("isTag"), QVariant(false));
@@ -118,8 +118,8 @@ void TestHandles::operationsAreCalledByName()
 void TestHandles::operationsThatDoNotFitAnswerNothing()
 {
     QVERIFY(!m_set.invokeMethod("getNames").isValid());
-    QVERIFY(!m_set.invokeMethod("getName", { 1 }).isValid());
-    QVERIFY(!m_set.invokeMethod("setColor", { QVariantList { 1 } }).isValid());
+    QVERIFY(!m_set.invokeMethod("getName", {1}).isValid());
+    QVERIFY(!m_set.invokeMethod("setColor", {QVariantList{1}}).isValid());
     QVERIFY(!m_set.invokeMethod("deleteLater").isValid());
     QVERIFY(!nkdObject().invokeMethod("getName").isValid());
     QVariantList eleven;
@@ -127,7 +127,7 @@ void TestHandles::operationsThatDoNotFitAnswerNothing()
         eleven << count;
     }
     QVERIFY(!m_set.invokeMethod("getName", eleven).isValid());
-    m_service.deleteSets({ m_set });
+    m_service.deleteSets({m_set});
     QVERIFY(!m_set.invokeMethod("getName").isValid());
     QVERIFY(!m_set.invokeMethod("getObjectId").isValid());
 }
@@ -161,7 +161,7 @@ void TestHandles::identitiesOfOtherKindsAreRefused()
     QVERIFY(!object.read(json));
     json.insert(QStringLiteral("type"), QStringLiteral("nkdMetadataSet"));
     QVERIFY(object.read(json));
-    m_service.deleteSets({ m_set });
+    m_service.deleteSets({m_set});
     QVERIFY(!object.read(json) && object.isNull());
     QVERIFY(!object.read(QJsonObject()));
 }
@@ -171,7 +171,7 @@ void TestHandles::iconsComeForLivingObjectsOnly()
     QVERIFY(!nkdSceneObject(m_camera).getIcon().isNull());
     QVERIFY(!m_set.getIcon().isNull() && !m_entry.getIcon().isNull());
     QVERIFY(nkdSceneObject().getIcon().isNull() && nkdMetadataSet().getIcon().isNull());
-    m_service.deleteSets({ m_set });
+    m_service.deleteSets({m_set});
     QVERIFY(m_set.getIcon().isNull() && m_entry.getIcon().isNull());
 }
 
@@ -187,13 +187,13 @@ void TestHandles::metadataLooksAtTheObjectSetFirst()
     m_set.createEntry(T::Tag);
     m_set.createEntry(T::Tag);
     QCOMPARE(metadata.getValue(QStringLiteral("k")), QVariant("own"));
-    QCOMPARE(metadata.getTags(), (QStringList { "Tag", "Tag2" }));
+    QCOMPARE(metadata.getTags(), (QStringList{"Tag", "Tag2"}));
     QCOMPARE(metadata.entryCount(), 6);
     QVERIFY(metadata.hasObjectEntries() && metadata.hasKey(QStringLiteral("Tag2")));
     QVERIFY(metadata.hasValue(1) && !metadata.hasValue(1.0) && !metadata.hasValue(QVariant()));
     QVERIFY(metadata.hasSet(QStringLiteral("S")) && !metadata.hasSet(QStringLiteral("c")));
     QVERIFY(metadata.hasType(T::Tag) && metadata.hasType(T::Integer) && !metadata.hasType(T::List));
-    QCOMPARE(metadata.getSets(), QList<nkdMetadataSet> { m_set });
+    QCOMPARE(metadata.getSets(), QList<nkdMetadataSet>{m_set});
 }
 
 void TestHandles::metadataOfNothingIsEmpty()
@@ -201,7 +201,7 @@ void TestHandles::metadataOfNothingIsEmpty()
     QVERIFY(nkdMetadata::fromObject(nkdSceneObject()).isNull());
     QVERIFY(nkdMetadata(m_set.getObjectId()).isNull());
     const nkdMetadata metadata(m_camera.getObjectId());
-    m_document.deleteObjects({ m_camera.getObjectId() });
+    m_document.deleteObjects({m_camera.getObjectId()});
     QVERIFY(!metadata.isNull() && !metadata.isAlive());
     QVERIFY(metadata.getObjectSet().isNull() && metadata.getSets().isEmpty() && metadata.getTags().isEmpty());
     QVERIFY(!metadata.getValue(QStringLiteral("Key")).isValid() && !metadata.hasKey(QStringLiteral("Key")));
@@ -215,7 +215,7 @@ void TestHandles::queriesQuoteTheirTexts()
              QStringLiteral("key:\"a \\\"b\\\" \\\\c\""));
     QCOMPARE(nkdMetadata::getValueQuery(0.5), QStringLiteral("value:\"0.5\""));
     QCOMPARE(nkdMetadata::getSetQuery(QStringLiteral("S")), QStringLiteral("set:\"S\""));
-    QCOMPARE(nkdMetadata::getValueTypeQuery(T::DateTime), QStringLiteral("type:\"DateTime\""));
+    QCOMPARE(nkdMetadata::getValueTypeQuery(T::DateTime), QStringLiteral("type:\"Date and Time\""));
     QCOMPARE(nkdMetadata::getValueTypeQuery(T::Tag), QStringLiteral("type:\"Tag\""));
     const nkdMetadata metadata(m_camera.getObjectId());
     QCOMPARE(metadata.getKeyValueQuery(QStringLiteral("Key")), QStringLiteral("\"Key\" = \"0\""));

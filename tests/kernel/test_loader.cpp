@@ -55,13 +55,13 @@ void TestLoader::replacingIsInvisibleUntilItIsCommitted()
     const quint64 set = loader.addSet(QStringLiteral("S"));
     loader.assign(set, node);
     const quint64 entry = loader.addEntry(set, QStringLiteral("k"), T::Integer, 5);
-    QCOMPARE(m_document.topLevelNodes(), QList<quint64> { old });
+    QCOMPARE(m_document.topLevelNodes(), QList<quint64>{old});
     QVERIFY(!nkdMetadataSet(set).isAlive());
     QVERIFY(!m_document.isScopeOpen());
     QVERIFY(news.take().isEmpty());
     QVERIFY(loader.commit());
-    QCOMPARE(news.take(), (QStringList { "metadata 7", "scene" }));
-    QCOMPARE(m_document.topLevelNodes(), QList<quint64> { node });
+    QCOMPARE(news.take(), (QStringList{"metadata 7", "scene"}));
+    QCOMPARE(m_document.topLevelNodes(), QList<quint64>{node});
     QCOMPARE(nkdMetadataEntry(entry).getValue(), QVariant(5));
     QVERIFY(!loader.commit());
     QCOMPARE(loader.addSet(QStringLiteral("late")), Q_UINT64_C(0));
@@ -71,12 +71,12 @@ void TestLoader::replacingForgetsTheOldSceneAndItsHistory()
 {
     const quint64 old = m_document.createObject(nkObjectType::Node, QStringLiteral("old"));
     const nkdMetadataSet oldSet = m_service.createSet(QString(), {});
-    m_service.setSelection({ oldSet, nkdObject(old) });
+    m_service.setSelection({oldSet, nkdObject(old)});
     DocumentLoader loader;
     loader.addObject(nkObjectType::Node, QStringLiteral("new"));
     NewsRecorder news;
     QVERIFY(loader.commit());
-    QCOMPARE(news.take(), (QStringList { "selection 0", "metadata 7", "scene" }));
+    QCOMPARE(news.take(), (QStringList{"selection 0", "metadata 7", "scene"}));
     QVERIFY(!oldSet.isAlive() && !nkdObject(old, nkObjectType::Node).isAlive());
     QCOMPARE(m_document.undoStack()->count(), 0);
     QVERIFY(!m_document.isModified());
@@ -123,8 +123,8 @@ void TestLoader::addingKeepsWhatWasThere()
     const quint64 added = loader.addObject(nkObjectType::Node, QStringLiteral("new"));
     QVERIFY(news.take().isEmpty());
     QVERIFY(loader.commit());
-    QCOMPARE(news.take(), (QStringList { "metadata 7", "scene" }));
-    QCOMPARE(m_document.topLevelNodes(), (QList<quint64> { old, added }));
+    QCOMPARE(news.take(), (QStringList{"metadata 7", "scene"}));
+    QCOMPARE(m_document.topLevelNodes(), (QList<quint64>{old, added}));
     QCOMPARE(m_document.undoStack()->count(), 0);
     QVERIFY(m_document.isModified());
 }
@@ -137,7 +137,7 @@ void TestLoader::addingRefersToTheScene()
     const quint64 child = loader.addObject(nkObjectType::Light, QStringLiteral("c"), parent);
     QVERIFY(loader.assign(set.getObjectId(), child));
     QVERIFY(loader.commit());
-    QCOMPARE(m_document.childrenOf(parent), QList<quint64> { child });
+    QCOMPARE(m_document.childrenOf(parent), QList<quint64>{child});
     QVERIFY(set.isAssigned());
 }
 
@@ -202,7 +202,7 @@ void TestLoader::namesAndKeysAreMadeUnique()
     for (const nkdMetadataEntry &entry : nkdMetadataSet(set).getEntries()) {
         keys << entry.getKey();
     }
-    QCOMPARE(keys, (QStringList { "k", "k2", "Tag", "Key" }));
+    QCOMPARE(keys, (QStringList{"k", "k2", "Tag", "Key"}));
     const QList<nkdMetadataSet> sets = m_service.getAllSets();
     QCOMPARE(sets.at(1).getName(), QStringLiteral("S2"));
     QCOMPARE(sets.at(1).getColor(), QColor(Qt::red));
@@ -216,7 +216,8 @@ void TestLoader::valuesAreHeldInTheirType()
     DocumentLoader loader;
     const quint64 set = loader.addSet(QStringLiteral("S"));
     const nkdMetadataEntry number(loader.addEntry(set, QStringLiteral("i"), T::Integer, QStringLiteral("7")));
-    const nkdMetadataEntry date(loader.addEntry(set, QStringLiteral("d"), T::Date, QStringLiteral("2023-03-02")));
+    const nkdMetadataEntry date(
+        loader.addEntry(set, QStringLiteral("d"), T::Date, QStringLiteral("2023-03-02")));
     const nkdMetadataEntry fallback(loader.addEntry(set, QStringLiteral("f"), T::Float, QVariant()));
     QVERIFY(loader.commit());
     QCOMPARE(number.getValue().userType(), int(QMetaType::Int));
@@ -240,15 +241,15 @@ void TestLoader::idsDoNotClashWithChangesMadeMeanwhile()
     const quint64 second = loader.addObject(nkObjectType::Node, QStringLiteral("b"));
     QVERIFY(meanwhile > first && second > meanwhile);
     QVERIFY(loader.commit());
-    QCOMPARE(m_document.topLevelNodes(), (QList<quint64> { first, second }));
+    QCOMPARE(m_document.topLevelNodes(), (QList<quint64>{first, second}));
     QCOMPARE(m_document.typeOf(meanwhile), nkObjectType::Null);
 }
 
 void TestLoader::clipboardsSurviveAnotherScene()
 {
     nkdMetadataSet set = m_service.createSet(QStringLiteral("S"), {});
-    m_service.copyEntries({ set.createEntry(T::Tag) });
-    m_service.copySets({ set });
+    m_service.copyEntries({set.createEntry(T::Tag)});
+    m_service.copySets({set});
     DocumentLoader loader;
     loader.addObject(nkObjectType::Node, QStringLiteral("n"));
     QVERIFY(loader.commit());
@@ -264,7 +265,7 @@ void TestLoader::loadedThingsAreOrdinary()
     nkdMetadataEntry entry(loader.addEntry(loader.objectSet(node), QStringLiteral("k"), T::Integer, 1));
     QVERIFY(loader.commit());
     entry.setValue(2);
-    m_document.deleteObjects({ node });
+    m_document.deleteObjects({node});
     QVERIFY(m_document.undo());
     QCOMPARE(entry.getValue(), QVariant(2));
     QVERIFY(m_document.undo());

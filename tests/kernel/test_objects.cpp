@@ -2,9 +2,9 @@
 
 #include "NewsRecorder.h"
 
+#include <nkKernelServices/nkScopedUndo.h>
 #include <nkKernelServices/nkdMaterialGroupNode.h>
 #include <nkKernelServices/nkdMetadata.h>
-#include <nkKernelServices/nkScopedUndo.h>
 #include <nkKernelServices/nkdNode.h>
 
 #include <QUndoStack>
@@ -105,7 +105,7 @@ void TestObjects::objectsStandUnderParentsThatFit()
     const quint64 parentId = m_document.createObject(nkObjectType(parent), QStringLiteral("parent"));
     const quint64 id = m_document.createObject(nkObjectType(child), QStringLiteral("child"), parentId);
     QCOMPARE(id != 0, fits);
-    QCOMPARE(m_document.childrenOf(parentId), fits ? QList<quint64> { id } : QList<quint64>());
+    QCOMPARE(m_document.childrenOf(parentId), fits ? QList<quint64>{id} : QList<quint64>());
     QCOMPARE(m_document.createObject(nkObjectType::Node, QStringLiteral("lost"), 12345), Q_UINT64_C(0));
 }
 
@@ -117,9 +117,9 @@ void TestObjects::sceneOrderIsDepthFirst()
     const quint64 a1 = m_document.createObject(nkObjectType::Node, QStringLiteral("a1"), a);
     m_document.createObject(nkObjectType::Camera, QStringLiteral("a2"), a);
     m_document.createObject(nkObjectType::Camera, QStringLiteral("a1x"), a1);
-    QCOMPARE(namesOf(m_document.topLevelNodes()), (QStringList { "a", "b" }));
-    QCOMPARE(namesOf(m_document.objects(nkObjectType::Camera)), (QStringList { "a1x", "a2", "b1" }));
-    QCOMPARE(namesOf(m_document.objects(nkObjectType::Node)), (QStringList { "a", "a1", "b" }));
+    QCOMPARE(namesOf(m_document.topLevelNodes()), (QStringList{"a", "b"}));
+    QCOMPARE(namesOf(m_document.objects(nkObjectType::Camera)), (QStringList{"a1x", "a2", "b1"}));
+    QCOMPARE(namesOf(m_document.objects(nkObjectType::Node)), (QStringList{"a", "a1", "b"}));
     QVERIFY(m_document.objects(nkObjectType::MetadataSet).isEmpty());
     QCOMPARE(m_document.objectCount(), 6);
 }
@@ -129,8 +129,8 @@ void TestObjects::materialsFollowTheirGroups()
     const quint64 group = m_document.createObject(nkObjectType::MaterialGroup, QStringLiteral("metals"));
     m_document.createObject(nkObjectType::Material, QStringLiteral("glass"));
     m_document.createObject(nkObjectType::Material, QStringLiteral("steel"), group);
-    QCOMPARE(namesOf(m_document.topLevelMaterials()), (QStringList { "metals", "glass" }));
-    QCOMPARE(namesOf(m_document.objects(nkObjectType::Material)), (QStringList { "steel", "glass" }));
+    QCOMPARE(namesOf(m_document.topLevelMaterials()), (QStringList{"metals", "glass"}));
+    QCOMPARE(namesOf(m_document.objects(nkObjectType::Material)), (QStringList{"steel", "glass"}));
     QVERIFY(m_document.topLevelNodes().isEmpty());
 }
 
@@ -154,45 +154,45 @@ void TestObjects::deletingTakesEverythingBelow()
     const nkdMetadataSet own = objectSet(leaf);
     nkdMetadataSet mutableOwn = own;
     const nkdMetadataEntry entry = mutableOwn.createEntry(nkMetadataTypes::String);
-    const nkdMetadataSet shared =
-        nkMetadataService::the().createSet(QStringLiteral("S"), { nkdSceneObject(nkdObject(leaf)) });
+    const nkdMetadataSet shared = nkMetadataService::the().createSet(QStringLiteral("S"),
+                                                                     {nkdSceneObject(nkdObject(leaf))});
     QVERIFY(entry.isAlive() && shared.isAssigned());
     // Below first, then above: named twice is deleted once.
-    QVERIFY(m_document.deleteObjects({ leaf, top, 4711 }));
-    for (const quint64 id : { top, middle, leaf }) {
+    QVERIFY(m_document.deleteObjects({leaf, top, 4711}));
+    for (const quint64 id : {top, middle, leaf}) {
         QVERIFY(!nkdObject(id, nkObjectType::Node).isAlive());
     }
     QVERIFY(!own.isAlive() && !entry.isAlive());
     QVERIFY(shared.isAlive() && !shared.isAssigned());
     QCOMPARE(m_document.objectCount(), 0);
-    QVERIFY(!m_document.deleteObjects({ leaf }));
-    QVERIFY(!m_document.deleteObjects({ shared.getObjectId() }));
+    QVERIFY(!m_document.deleteObjects({leaf}));
+    QVERIFY(!m_document.deleteObjects({shared.getObjectId()}));
     QCOMPARE(m_document.undoStack()->undoText(), QStringLiteral("Delete Objects"));
 }
 
 void TestObjects::undoingADeletionRestoresIdsPlacesAndMetadata()
 {
     QList<quint64> ids;
-    for (const char *name : { "a", "b", "c", "d" }) {
+    for (const char *name : {"a", "b", "c", "d"}) {
         ids << m_document.createObject(nkObjectType::Node, QLatin1String(name));
     }
     const quint64 child = m_document.createObject(nkObjectType::Node, QStringLiteral("b1"), ids.at(1));
     nkdMetadataSet own = objectSet(child);
     own.setValue(QStringLiteral("weight"), 12);
     QList<nkdSceneObject> objects;
-    for (const quint64 id : { ids.at(0), child, ids.at(2) }) {
+    for (const quint64 id : {ids.at(0), child, ids.at(2)}) {
         objects << nkdSceneObject(nkdObject(id));
     }
     const nkdMetadataSet first = nkMetadataService::the().createSet(QStringLiteral("first"), objects);
     const nkdMetadataSet second = nkMetadataService::the().createSet(QStringLiteral("second"), objects);
-    m_document.deleteObjects({ ids.at(1), ids.at(0) });
-    QCOMPARE(namesOf(m_document.topLevelNodes()), (QStringList { "c", "d" }));
+    m_document.deleteObjects({ids.at(1), ids.at(0)});
+    QCOMPARE(namesOf(m_document.topLevelNodes()), (QStringList{"c", "d"}));
     QVERIFY(m_document.undo());
     QCOMPARE(m_document.topLevelNodes(), ids);
-    QCOMPARE(m_document.childrenOf(ids.at(1)), QList<quint64> { child });
+    QCOMPARE(m_document.childrenOf(ids.at(1)), QList<quint64>{child});
     QCOMPARE(own.getValue(QStringLiteral("weight")), QVariant(12));
     QCOMPARE(nkToObjects(first.getObjects()), nkToObjects(objects));
-    QCOMPARE(nkdMetadata(child).getSets(), (QList<nkdMetadataSet> { first, second }));
+    QCOMPARE(nkdMetadata(child).getSets(), (QList<nkdMetadataSet>{first, second}));
     QVERIFY(m_document.redo());
     QCOMPARE(nkToObjects(second.getObjects()), nkToObjects(objects.mid(2)));
 }
@@ -204,7 +204,7 @@ void TestObjects::redoingACreationRestoresTheId()
     QCOMPARE(m_document.typeOf(id), nkObjectType::Null);
     QVERIFY(!objectSet(id).isAlive());
     QVERIFY(m_document.redo());
-    QCOMPARE(m_document.topLevelNodes(), QList<quint64> { id });
+    QCOMPARE(m_document.topLevelNodes(), QList<quint64>{id});
 }
 
 void TestObjects::renamingFollowsTheLock()
@@ -244,7 +244,7 @@ void TestObjects::aVeryDeepSceneIsReadAndDeleted()
         line << parent;
     }
     QCOMPARE(m_document.objects(nkObjectType::Node), line);
-    QVERIFY(m_document.deleteObjects({ line.first() }));
+    QVERIFY(m_document.deleteObjects({line.first()}));
     QCOMPARE(m_document.objectCount(), 0);
     QVERIFY(m_document.undo());
     QCOMPARE(m_document.objects(nkObjectType::Node), line);
@@ -255,9 +255,10 @@ void TestObjects::uniquePathsNumberNamesakes()
     const quint64 top = m_document.createObject(nkObjectType::Node, QStringLiteral("car"));
     m_document.createObject(nkObjectType::Node, QStringLiteral("wheel"), top);
     m_document.createObject(nkObjectType::Node, QStringLiteral("door"), top);
-    const nkdNode second(nkdObject(m_document.createObject(nkObjectType::Node, QStringLiteral("wheel"), top)));
-    const nkdNode inside(
-        nkdObject(m_document.createObject(nkObjectType::Light, QStringLiteral("lamp"), second.getObjectId())));
+    const nkdNode second(
+        nkdObject(m_document.createObject(nkObjectType::Node, QStringLiteral("wheel"), top)));
+    const nkdNode inside(nkdObject(
+        m_document.createObject(nkObjectType::Light, QStringLiteral("lamp"), second.getObjectId())));
     QCOMPARE(inside.getPath(), QStringLiteral("car/wheel/lamp"));
     QCOMPARE(inside.getUniquePath(), QStringLiteral("car/wheel[2]/lamp"));
     QCOMPARE(inside.getParent(), nkdObject(second));
@@ -272,7 +273,7 @@ void TestObjects::groupsHaveNoMaterialsAmongTheirChildNodes()
     const QList<nkdNode> children = nkdNode(nkdObject(group)).getChildren();
     QCOMPARE(children.size(), 1);
     QCOMPARE(children.first().getObjectId(), inner);
-    QCOMPARE(m_document.childrenOf(group), (QList<quint64> { inner, material }));
+    QCOMPARE(m_document.childrenOf(group), (QList<quint64>{inner, material}));
 }
 
 void TestObjects::objectsWithMetadataAreThoseWithEntriesOrSets()
@@ -282,8 +283,8 @@ void TestObjects::objectsWithMetadataAreThoseWithEntriesOrSets()
         ids << m_document.createObject(nkObjectType::Node, QString::number(count));
     }
     objectSet(ids.at(2)).createEntry(nkMetadataTypes::Tag);
-    nkMetadataService::the().createSet(QString(), { nkdSceneObject(nkdObject(ids.at(0))) });
-    QCOMPARE(m_document.objectsWithMetadata(nkObjectType::Node), (QList<quint64> { ids.at(0), ids.at(2) }));
+    nkMetadataService::the().createSet(QString(), {nkdSceneObject(nkdObject(ids.at(0)))});
+    QCOMPARE(m_document.objectsWithMetadata(nkObjectType::Node), (QList<quint64>{ids.at(0), ids.at(2)}));
 }
 
 void TestObjects::clearingForgetsEverything()
@@ -292,12 +293,12 @@ void TestObjects::clearingForgetsEverything()
     nkMetadataService &service = nkMetadataService::the();
     const nkdMetadataSet set = service.createSet(QString(), {});
     const nkdMetadataEntry entry = nkdMetadataSet(set).createEntry(nkMetadataTypes::String);
-    service.copySets({ set });
-    service.copyEntries({ entry });
-    service.setSelection({ set, nkdObject(id) });
+    service.copySets({set});
+    service.copyEntries({entry});
+    service.setSelection({set, nkdObject(id)});
     NewsRecorder news;
     QVERIFY(m_document.clear());
-    QCOMPARE(news.take(), (QStringList { "selection 0", "metadata 7", "scene" }));
+    QCOMPARE(news.take(), (QStringList{"selection 0", "metadata 7", "scene"}));
     QVERIFY(!set.isAlive() && !entry.isAlive() && !nkdObject(id, nkObjectType::Node).isAlive());
     QVERIFY(service.getSelection().isEmpty());
     QVERIFY(service.hasNoCopiedSets() && service.hasNoCopiedEntries());

@@ -1,7 +1,7 @@
 #include <TestMain.h>
 
-#include <kernel/document/DocumentLoader.h>
 #include <kernel/document/Document.h>
+#include <kernel/document/DocumentLoader.h>
 #include <nkKernelServices/nkMetadataService.h>
 #include <nkKernelServices/nkScopedUndo.h>
 #include <nkKernelServices/nkdMetadata.h>
@@ -91,7 +91,7 @@ void TestScale::removingEntriesOneByOne()
 
 void TestScale::assigningManySetsToManyObjects()
 {
-    constexpr int objectCount = 20000;
+    constexpr int objectCount = 5000;
     DocumentLoader loader;
     QList<nkdObject> objects;
     QList<nkdMetadataSet> sets;

@@ -65,12 +65,12 @@ void TestTables::slotListStaysInOrderWhateverComesAndGoes()
 void TestTables::slotListGivesRemovedSlotsTheirPlaceBack()
 {
     SlotList list;
-    for (const Slot slot : { 3u, 5u, 8u, 13u }) {
+    for (const Slot slot : {3u, 5u, 8u, 13u}) {
         list.insert(slot);
     }
     list.remove(5);
     list.remove(3);
-    QCOMPARE(list.slots(), (QVector<Slot> { 8, 13 }));
+    QCOMPARE(list.slots(), (QVector<Slot>{8, 13}));
     list.insert(3);
     list.insert(5);
     QCOMPARE(list.size(), 4);
@@ -90,7 +90,7 @@ void TestTables::slotListTakesManyRemovalsWithoutReadingInBetween()
         list.remove(slot);
         QCOMPARE(list.size(), int(count - slot - 1));
     }
-    QCOMPARE(list.slots(), QVector<Slot> { count - 1 });
+    QCOMPARE(list.slots(), QVector<Slot>{count - 1});
     for (Slot slot = count - 1; slot-- > 0;) {
         list.insert(slot);
     }
@@ -129,7 +129,7 @@ void TestTables::indexTableFindsAcrossGapsAfterRemoval()
     }
     table.remove(0, sameHash);
     table.remove(3, sameHash);
-    for (const quint32 number : { 1u, 2u, 4u, 5u }) {
+    for (const quint32 number : {1u, 2u, 4u, 5u}) {
         QCOMPARE(table.find(14, [number](quint32 other) { return other == number; }), number);
     }
 }
@@ -170,13 +170,13 @@ void TestTables::uniqueNamesCountUpwards()
         given << names.unique(QStringLiteral("Set"), isTaken);
         taken.insert(given.last());
     }
-    QCOMPARE(given, (QStringList { "Set", "Set2", "Set3", "Set4" }));
+    QCOMPARE(given, (QStringList{"Set", "Set2", "Set3", "Set4"}));
 }
 
 void TestTables::uniqueNamesGiveReleasedNumbersAgain()
 {
     UniqueNames names;
-    QSet<QString> taken { "A", "A2", "A3", "A4" };
+    QSet<QString> taken{"A", "A2", "A3", "A4"};
     const auto isTaken = [&taken](const QString &name) { return taken.contains(name); };
     QCOMPARE(names.unique(QStringLiteral("A"), isTaken), QStringLiteral("A5"));
     taken.remove(QStringLiteral("A3"));
@@ -190,7 +190,7 @@ void TestTables::uniqueNamesGiveReleasedNumbersAgain()
 void TestTables::uniqueNamesTellBasesThatEndInDigitsApart()
 {
     UniqueNames names;
-    QSet<QString> taken { "A", "A2", "A1", "A12" };
+    QSet<QString> taken{"A", "A2", "A1", "A12"};
     const auto isTaken = [&taken](const QString &name) { return taken.contains(name); };
     QCOMPARE(names.unique(QStringLiteral("A1"), isTaken), QStringLiteral("A13"));
     taken.insert(QStringLiteral("A13"));

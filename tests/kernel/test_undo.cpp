@@ -129,7 +129,8 @@ void TestUndo::theOutermostMultiCommandTitlesTheStep()
         const nkScopedUndo scope(true);
         m_entry.setValue(1);
         {
-            const nkScopedMultiCommand outer(nkUndoString(QStringLiteral("Outer"), QStringLiteral("Metadata Editor"), {}));
+            const nkScopedMultiCommand outer(
+                nkUndoString(QStringLiteral("Outer"), QStringLiteral("Metadata Editor"), {}));
             const nkScopedMultiCommand inner(nkUndoString(QStringLiteral("Inner")));
             m_entry.setValue(2);
         }
@@ -310,8 +311,7 @@ void TestUndo::modifiedStaysTruePastTheUndoLimit()
         m_entry.setValue(value);
     }
     QCOMPARE(stack().count(), 2);
-    while (m_document.undo()) {
-    }
+    while (m_document.undo()) {}
     QCOMPARE(m_entry.getValue(), QVariant(3));
     QVERIFY(m_document.isModified());
 }
@@ -329,20 +329,20 @@ void TestUndo::modifiedIsAnnounced()
     for (const QVariantList &arguments : qAsConst(spy)) {
         told << arguments.first().toBool();
     }
-    QCOMPARE(told, (QList<bool> { true, false, true, false }));
+    QCOMPARE(told, (QList<bool>{true, false, true, false}));
 }
 
 void TestUndo::undoToTheStartAndRedoToTheEnd()
 {
     const nkdSceneObject object(nkdObject(m_document.createObject(nkObjectType::Node, QStringLiteral("n"))));
-    QStringList pictures { m_set.dump() };
+    QStringList pictures{m_set.dump()};
     const int start = stack().count();
     const auto step = [&] { pictures << m_set.dump(); };
     m_entry.setValue(3);
     step();
     m_set.createEntry(T::Tag).getKey();
     step();
-    m_service.assignSets({ object }, { m_set });
+    m_service.assignSets({object}, {m_set});
     step();
     m_entry.setValueType(T::List);
     step();
@@ -350,7 +350,7 @@ void TestUndo::undoToTheStartAndRedoToTheEnd()
     step();
     m_set.setColor(Qt::blue);
     step();
-    m_service.deleteSets({ m_set });
+    m_service.deleteSets({m_set});
     step();
     QCOMPARE(stack().count() - start, pictures.size() - 1);
     for (int index = pictures.size() - 2; index >= 0; --index) {

@@ -48,7 +48,7 @@ QVariantList nested(int depth)
 {
     QVariantList list;
     for (int level = 1; level < depth; ++level) {
-        list = QVariantList { QVariant(list) };
+        list = QVariantList{QVariant(list)};
     }
     return list;
 }
@@ -60,9 +60,8 @@ void TestValueConversion::converts_data()
     QTest::addColumn<QVariant>("value");
     QTest::addColumn<int>("type");
     QTest::addColumn<QVariant>("expected");
-    const auto row = [](const char *name, const QVariant &value, T::ValueType type, const QVariant &expected) {
-        QTest::newRow(name) << value << int(type) << expected;
-    };
+    const auto row = [](const char *name, const QVariant &value, T::ValueType type,
+                        const QVariant &expected) { QTest::newRow(name) << value << int(type) << expected; };
     row("text to integer", "42", T::Integer, 42);
     row("text with blanks to integer", " 42\n", T::Integer, 42);
     row("text of a float to integer", "42.0", T::Integer, 42);
@@ -71,7 +70,8 @@ void TestValueConversion::converts_data()
     row("true to integer", true, T::Integer, 1);
     row("text true to integer", "true", T::Integer, 1);
     row("64-bit to integer", qlonglong(-7), T::Integer, -7);
-    row("smallest integer", double(std::numeric_limits<int>::min()), T::Integer, std::numeric_limits<int>::min());
+    row("smallest integer", double(std::numeric_limits<int>::min()), T::Integer,
+        std::numeric_limits<int>::min());
     row("integer to text", 42, T::String, "42");
     row("float to text", 42.0, T::String, "42");
     row("shortest float to text", 0.1, T::String, "0.1");
@@ -79,7 +79,7 @@ void TestValueConversion::converts_data()
     row("time to text", afternoon, T::String, "15:07:09");
     row("date to text", day, T::String, "2023-03-02");
     row("date-time to text", dateTime(), T::String, "2023-03-02T15:07:09");
-    row("list to text", QVariantList { "a", 2, true }, T::String, "a, 2, true");
+    row("list to text", QVariantList{"a", 2, true}, T::String, "a, 2, true");
     row("text to float", "1e3", T::Float, 1000.0);
     row("integer to float", 42, T::Float, 42.0);
     row("true to float", true, T::Float, 1.0);
@@ -97,12 +97,12 @@ void TestValueConversion::converts_data()
     row("text to date-time", "2023-03-02T15:07:09", T::DateTime, dateTime());
     row("date to date-time", day, T::DateTime, day.startOfDay());
     row("text of a date to date-time", "2023-03-02", T::DateTime, day.startOfDay());
-    row("text to list", "a, b", T::List, QVariantList { "a", "b" });
+    row("text to list", "a, b", T::List, QVariantList{"a", "b"});
     row("empty text to list", "", T::List, QVariantList());
-    row("integer to list", 42, T::List, QVariantList { 42 });
-    row("string list to list", QStringList { "a", "b" }, T::List, QVariantList { "a", "b" });
-    row("list of one to integer", QVariantList { "42" }, T::Integer, 42);
-    row("list with a gap stays", QVariantList { 1, QVariant() }, T::List, QVariantList { 1, QVariant() });
+    row("integer to list", 42, T::List, QVariantList{42});
+    row("string list to list", QStringList{"a", "b"}, T::List, QVariantList{"a", "b"});
+    row("list of one to integer", QVariantList{"42"}, T::Integer, 42);
+    row("list with a gap stays", QVariantList{1, QVariant()}, T::List, QVariantList{1, QVariant()});
     row("deep list", nested(DeepestList), T::List, nested(DeepestList));
 }
 
@@ -133,10 +133,10 @@ void TestValueConversion::refuses_data()
     QTest::newRow("date to time") << QVariant(day) << int(T::Time);
     QTest::newRow("time to integer") << QVariant(afternoon) << int(T::Integer);
     QTest::newRow("impossible date") << QVariant("2023-02-30") << int(T::Date);
-    QTest::newRow("list of two to integer") << QVariant(QVariantList { 1, 2 }) << int(T::Integer);
+    QTest::newRow("list of two to integer") << QVariant(QVariantList{1, 2}) << int(T::Integer);
     QTest::newRow("too deep list") << QVariant(nested(DeepestList + 1)) << int(T::List);
-    QTest::newRow("what no entry holds") << QVariant::fromValue(QVector<int> { 1 }) << int(T::String);
-    QTest::newRow("list of that") << QVariant(QVariantList { QVariant::fromValue(QVector<int> { 1 }) })
+    QTest::newRow("what no entry holds") << QVariant::fromValue(QVector<int>{1}) << int(T::String);
+    QTest::newRow("list of that") << QVariant(QVariantList{QVariant::fromValue(QVector<int>{1})})
                                   << int(T::List);
     QTest::newRow("type beyond") << QVariant(1) << 9;
     QTest::newRow("type below") << QVariant(1) << -1;
@@ -156,11 +156,12 @@ void TestValueConversion::fitsTheBestType_data()
     QTest::newRow("text") << QVariant("42") << QVariant("42");
     QTest::newRow("integer") << QVariant(42) << QVariant(42);
     QTest::newRow("64-bit within 32") << QVariant(qlonglong(42)) << QVariant(42);
-    QTest::newRow("64-bit beyond 32") << QVariant(Q_INT64_C(9007199254740993)) << QVariant("9007199254740993");
+    QTest::newRow("64-bit beyond 32")
+        << QVariant(Q_INT64_C(9007199254740993)) << QVariant("9007199254740993");
     QTest::newRow("single") << QVariant(0.5f) << QVariant(0.5);
     QTest::newRow("boolean") << QVariant(true) << QVariant(true);
     QTest::newRow("date") << QVariant(day) << QVariant(day);
-    QTest::newRow("list") << QVariant(QStringList { "a" }) << QVariant(QVariantList { "a" });
+    QTest::newRow("list") << QVariant(QStringList{"a"}) << QVariant(QVariantList{"a"});
 }
 
 void TestValueConversion::fitsTheBestType()
@@ -179,7 +180,7 @@ void TestValueConversion::writesValuesAsText_data()
     QTest::newRow("integer") << QVariant(-3) << "-3";
     QTest::newRow("float") << QVariant(1e21) << "1e+21";
     QTest::newRow("milliseconds") << QVariant(QTime(1, 2, 3, 4)) << "01:02:03.004";
-    QTest::newRow("nested list") << QVariant(QVariantList { 1, QVariantList { "a", day } }) << "1, a, 2023-03-02";
+    QTest::newRow("nested list") << QVariant(QVariantList{1, QVariantList{"a", day}}) << "1, a, 2023-03-02";
     QTest::newRow("nothing") << QVariant() << "";
 }
 
@@ -224,9 +225,9 @@ void TestValueConversion::comparesDateTimesWithTheirZones()
 
 void TestValueConversion::comparesListsElementByElement()
 {
-    const QVariantList list { 1, QVariantList { std::nan("") }, "a" };
-    QVERIFY(EntryValue(list) == EntryValue(QVariantList { 1, QVariantList { std::nan("") }, "a" }));
-    QVERIFY(EntryValue(list) != EntryValue(QVariantList { 1.0, QVariantList { std::nan("") }, "a" }));
+    const QVariantList list{1, QVariantList{std::nan("")}, "a"};
+    QVERIFY(EntryValue(list) == EntryValue(QVariantList{1, QVariantList{std::nan("")}, "a"}));
+    QVERIFY(EntryValue(list) != EntryValue(QVariantList{1.0, QVariantList{std::nan("")}, "a"}));
     QVERIFY(EntryValue(list) != EntryValue(list.mid(0, 2)));
 }
 
@@ -241,17 +242,17 @@ void TestValueConversion::tagsDifferFromEmptyTexts()
 
 void TestValueConversion::numberLiteralsAreThoseOfJson()
 {
-    for (const char *text : { "0", "-1", "12345678901234567890", "1.5e-7", "0.10", "1E400" }) {
+    for (const char *text : {"0", "-1", "12345678901234567890", "1.5e-7", "0.10", "1E400"}) {
         QVERIFY2(isNumberLiteral(QLatin1String(text)), text);
     }
-    for (const char *text : { "", "01", "+1", ".5", "5.", "1e", " 1", "1\n", "0x10", "NaN", "1,5" }) {
+    for (const char *text : {"", "01", "+1", ".5", "5.", "1e", " 1", "1\n", "0x10", "NaN", "1,5"}) {
         QVERIFY2(!isNumberLiteral(QLatin1String(text)), text);
     }
 }
 
 void TestValueConversion::numberTextIsAString()
 {
-    const EntryValue number(EntryValue::NumberText { QStringLiteral("12345678901") });
+    const EntryValue number(EntryValue::NumberText{QStringLiteral("12345678901")});
     QVERIFY(number.isNumberText());
     QCOMPARE(int(number.type()), int(T::String));
     QCOMPARE(number.toVariant(), QVariant("12345678901"));

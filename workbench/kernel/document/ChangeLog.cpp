@@ -20,7 +20,7 @@ bool isRun(ChangeKind kind)
 bool isBirth(ChangeKind kind)
 {
     return kind == ChangeKind::ObjectBorn || kind == ChangeKind::SetBorn || kind == ChangeKind::EntryBorn
-        || kind == ChangeKind::Linked;
+           || kind == ChangeKind::Linked;
 }
 
 /// Neighbouring slots of entries and neighbouring links make runs; objects and sets do not lie side by side.
@@ -93,7 +93,7 @@ void ChangeLog::toggle(Store &store, ChangeKind kind, quint32 slotOrLink, Change
 {
     toggleOne(store, kind, slotOrLink, isBirth(kind), effects);
     if (!extendRun(kind, slotOrLink)) {
-        m_changes.push_back({ kind, 0, slotOrLink, 1 });
+        m_changes.push_back({kind, 0, slotOrLink, 1});
     }
 }
 
@@ -120,29 +120,29 @@ void ChangeLog::changeName(Store &store, ChangeKind kind, Slot slot, const QStri
                            ChangeEffects &effects)
 {
     m_names.push_back(name);
-    record(store, { kind, NameProperty, slot, quint32(m_names.size() - 1) }, effects);
+    record(store, {kind, NameProperty, slot, quint32(m_names.size() - 1)}, effects);
 }
 
 void ChangeLog::changeLock(Store &store, ChangeKind kind, Slot slot, ChangeEffects &effects)
 {
-    record(store, { kind, LockedProperty, slot, 0 }, effects);
+    record(store, {kind, LockedProperty, slot, 0}, effects);
 }
 
 void ChangeLog::changeColor(Store &store, Slot set, const QColor &color, ChangeEffects &effects)
 {
     m_colors.push_back(color);
-    record(store, { ChangeKind::SetColor, ColorProperty, set, quint32(m_colors.size() - 1) }, effects);
+    record(store, {ChangeKind::SetColor, ColorProperty, set, quint32(m_colors.size() - 1)}, effects);
 }
 
 void ChangeLog::changeAsset(Store &store, Slot set, const AssetLink &asset, ChangeEffects &effects)
 {
     m_assets.push_back(asset);
-    record(store, { ChangeKind::SetAsset, 0, set, quint32(m_assets.size() - 1) }, effects);
+    record(store, {ChangeKind::SetAsset, 0, set, quint32(m_assets.size() - 1)}, effects);
 }
 
 void ChangeLog::changeKey(Store &store, Slot entry, quint32 key, ChangeEffects &effects)
 {
-    record(store, { ChangeKind::EntryKey, KeyProperty, entry, key }, effects);
+    record(store, {ChangeKind::EntryKey, KeyProperty, entry, key}, effects);
 }
 
 void ChangeLog::changeContent(Store &store, Slot entry, EntryValue value, ChangeEffects &effects)
@@ -156,7 +156,7 @@ void ChangeLog::changeContent(Store &store, Slot entry, EntryValue value, Change
         properties |= ValueTypeProperty;
     }
     m_values.push_back(std::move(value));
-    record(store, { ChangeKind::EntryContent, properties, entry, quint32(m_values.size() - 1) }, effects);
+    record(store, {ChangeKind::EntryContent, properties, entry, quint32(m_values.size() - 1)}, effects);
 }
 
 ChangeEffects ChangeLog::undo(Store &store)
@@ -243,7 +243,7 @@ std::vector<PropertyNews> ChangeLog::propertyNews(const Store &store, int from, 
             news[*place].properties |= change.properties;
         } else {
             places.insert(change.first, news.size());
-            news.push_back({ store.idOf(change.first), change.properties });
+            news.push_back({store.idOf(change.first), change.properties});
         }
     }
     return news;

@@ -46,9 +46,7 @@ enum PropertyBit : quint8 {
 };
 
 /// What listeners have to be told: ChangeFlag bits and SceneChange.
-enum EffectFlag : int {
-    SceneChange = 0x100
-};
+enum EffectFlag : int { SceneChange = 0x100 };
 
 /// What carrying out changes has done, beyond single properties.
 struct ChangeEffects

@@ -16,7 +16,7 @@ namespace kernel {
 namespace {
 
 constexpr int AllMetadataFlags = nkMetadataTypes::SetsChanged | nkMetadataTypes::EntriesChanged
-    | nkMetadataTypes::AssignmentsChanged;
+                                 | nkMetadataTypes::AssignmentsChanged;
 
 struct PropertyName
 {
@@ -27,10 +27,10 @@ struct PropertyName
 /// In the order in which the properties of one object are announced.
 const std::vector<PropertyName> &propertyNames()
 {
-    static const std::vector<PropertyName> names {
-        { NameProperty, QStringLiteral("name") },   { ColorProperty, QStringLiteral("color") },
-        { LockedProperty, QStringLiteral("locked") }, { KeyProperty, QStringLiteral("key") },
-        { ValueTypeProperty, QStringLiteral("valueType") }, { ValueProperty, QStringLiteral("value") },
+    static const std::vector<PropertyName> names{
+        {NameProperty, QStringLiteral("name")},           {ColorProperty, QStringLiteral("color")},
+        {LockedProperty, QStringLiteral("locked")},       {KeyProperty, QStringLiteral("key")},
+        {ValueTypeProperty, QStringLiteral("valueType")}, {ValueProperty, QStringLiteral("value")},
     };
     return names;
 }
@@ -165,7 +165,8 @@ void ChangeScopes::announceFirst()
 
 ChangeScopes::Announcement ChangeScopes::pending(const Scope &scope) const
 {
-    return { scope.effects.flags, scope.log.propertyNews(m_document.store(), scope.announcedTo, scope.firstNew) };
+    return {scope.effects.flags,
+            scope.log.propertyNews(m_document.store(), scope.announcedTo, scope.firstNew)};
 }
 
 void ChangeScopes::announce(const Announcement &announcement)
@@ -225,7 +226,7 @@ void ChangeScopes::startAnew(bool hasNews)
     m_savedRevision = m_revision;
     m_stack.clear();
     Q_EMIT m_document.cleared();
-    announce({ hasNews ? AllMetadataFlags | SceneChange : 0, {} });
+    announce({hasNews ? AllMetadataFlags | SceneChange : 0, {}});
 }
 
 // Loading -----------------------------------------------------------------------------------------------

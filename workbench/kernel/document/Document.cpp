@@ -13,10 +13,10 @@
 namespace kernel {
 
 Document::Document()
-    : m_store(std::make_unique<Store>()), m_scopes(std::make_unique<ChangeScopes>(*this)),
+    : m_store(std::make_unique<Store>()),
+      m_scopes(std::make_unique<ChangeScopes>(*this)),
       m_clipboard(std::make_unique<Clipboard>())
-{
-}
+{}
 
 Document::~Document() = default;
 

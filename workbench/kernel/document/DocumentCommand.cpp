@@ -4,12 +4,16 @@
 
 namespace kernel {
 
-DocumentCommand::DocumentCommand(ChangeScopes &scopes, ChangeLog log, const nkUndoString &title, Slot firstNew,
-                                 quint64 before, quint64 after)
-    : QUndoCommand(title.text()), m_scopes(scopes), m_log(std::move(log)), m_title(title),
-      m_firstNew(firstNew), m_before(before), m_after(after)
-{
-}
+DocumentCommand::DocumentCommand(ChangeScopes &scopes, ChangeLog log, const nkUndoString &title,
+                                 Slot firstNew, quint64 before, quint64 after)
+    : QUndoCommand(title.text()),
+      m_scopes(scopes),
+      m_log(std::move(log)),
+      m_title(title),
+      m_firstNew(firstNew),
+      m_before(before),
+      m_after(after)
+{}
 
 void DocumentCommand::undo()
 {

@@ -2,9 +2,9 @@
 
 #include "ChangeScopes.h"
 #include "Document.h"
+#include "EntryOperations.h"
 #include "ObjectOperations.h"
 #include "SetOperations.h"
-#include "EntryOperations.h"
 #include "Store.h"
 #include "ValueConversion.h"
 
@@ -86,8 +86,8 @@ quint64 DocumentLoader::addSet(const QString &name, const QColor &color, bool lo
     if (!m_target) {
         return 0;
     }
-    const Slot set =
-        m_target->addSet(m_target->uniqueSetName(name.isEmpty() ? defaultSetName() : name), color);
+    const Slot set = m_target->addSet(m_target->uniqueSetName(name.isEmpty() ? defaultSetName() : name),
+                                      color);
     m_target->set(set).locked = locked;
     appear(ChangeKind::SetBorn, set);
     return m_target->idOf(set);
@@ -103,16 +103,16 @@ quint64 DocumentLoader::addEntry(quint64 setId, const QString &key, nkMetadataTy
                                  const QVariant &value)
 {
     const bool isType = type >= nkMetadataTypes::String && type <= nkMetadataTypes::List;
-    const std::optional<EntryValue> held = !isType ? std::nullopt
-        : value.isValid()                          ? convertedValue(value, type)
-                                                   : std::optional<EntryValue>(defaultValue(type));
+    const std::optional<EntryValue> held = !isType           ? std::nullopt
+                                           : value.isValid() ? convertedValue(value, type)
+                                                             : std::optional<EntryValue>(defaultValue(type));
     return held ? add(setId, key, *held) : 0;
 }
 
 quint64 DocumentLoader::addNumberText(quint64 setId, const QString &key, const QString &number)
 {
     return add(setId, key,
-               isNumberLiteral(number) ? EntryValue(EntryValue::NumberText { number }) : EntryValue(number));
+               isNumberLiteral(number) ? EntryValue(EntryValue::NumberText{number}) : EntryValue(number));
 }
 
 quint64 DocumentLoader::addTag(quint64 setId, const QString &key)

@@ -37,7 +37,7 @@ std::optional<EntryValue> acceptedValue(const EntryValue &present, const QVarian
     if (accepted && present.isNumberText()) {
         const QString text = accepted->toVariant().toString();
         if (isNumberLiteral(text)) {
-            return EntryValue(EntryValue::NumberText { text });
+            return EntryValue(EntryValue::NumberText{text});
         }
     }
     return accepted;

@@ -27,7 +27,7 @@ public:
     nkMetadataTypes::ValueType type() const { return m_value ? m_value->type() : nkMetadataTypes::String; }
     bool isTag() const { return m_value && m_value->isTag(); }
     /// To be called where it is readable.
-    EntryCopy copy() const { return { *m_key, *m_value }; }
+    EntryCopy copy() const { return {*m_key, *m_value}; }
 
 private:
     const QString *m_key = nullptr;

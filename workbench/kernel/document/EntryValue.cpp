@@ -30,8 +30,7 @@ bool isSame(const QVariantList &left, const QVariantList &right)
     if (left.size() != right.size()) {
         return false;
     }
-    return left.isSharedWith(right)
-        || std::equal(left.cbegin(), left.cend(), right.cbegin(), &isSameValue);
+    return left.isSharedWith(right) || std::equal(left.cbegin(), left.cend(), right.cbegin(), &isSameValue);
 }
 
 /// The rest: QString, int, bool, QTime, QDate.

@@ -64,9 +64,9 @@ QVariant call(const QMetaMethod &method, QObject *object, const QVariantList &ar
     QVariant result = hasResult && !isVariant ? QVariant(type, nullptr) : QVariant();
     void *const place = isVariant ? static_cast<void *>(&result) : result.data();
     const QGenericReturnArgument answer(method.typeName(), hasResult ? place : nullptr);
-    const bool ok = method.invoke(object, Qt::DirectConnection,
-                                  hasResult ? answer : QGenericReturnArgument(), given[0], given[1], given[2],
-                                  given[3], given[4], given[5], given[6], given[7], given[8], given[9]);
+    const bool ok = method.invoke(object, Qt::DirectConnection, hasResult ? answer : QGenericReturnArgument(),
+                                  given[0], given[1], given[2], given[3], given[4], given[5], given[6],
+                                  given[7], given[8], given[9]);
     return ok && hasResult ? result : QVariant();
 }
 
@@ -91,8 +91,8 @@ QVariant HandleInvoker::invoke(const QByteArray &name, const QVariantList &argum
         return QVariant();
     }
     const QMetaMethod method = findMethod(name, arguments);
-    const std::optional<QVariantList> values =
-        method.isValid() ? fitted(method, arguments) : std::optional<QVariantList>();
+    const std::optional<QVariantList> values = method.isValid() ? fitted(method, arguments)
+                                                                : std::optional<QVariantList>();
     return values ? call(method, &m_handle, *values) : QVariant();
 }
 

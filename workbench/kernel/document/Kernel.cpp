@@ -21,7 +21,8 @@ std::unique_ptr<Kernel> &instance()
 } // namespace
 
 Kernel::Kernel()
-    : m_objectService(std::make_unique<nkObjectService>()), m_document(new Document),
+    : m_objectService(std::make_unique<nkObjectService>()),
+      m_document(new Document),
       m_metadataService(std::make_unique<MetadataService>(*m_document))
 {
     registerMetaTypes();

@@ -74,9 +74,7 @@ void MetadataService::copySets(const QList<nkdMetadataSet> &sets)
     for (const Slot set : slots) {
         copies.push_back(copyOfSet(m_document.store(), set));
     }
-    if (!copies.empty()) {
-        m_document.clipboard().setSets(std::move(copies));
-    }
+    m_document.clipboard().setSets(std::move(copies));
 }
 
 void MetadataService::pasteSets(const QList<nkdSceneObject> &targets)
@@ -91,10 +89,7 @@ bool MetadataService::hasNoCopiedSets() const
 
 void MetadataService::copyEntries(const QList<nkdMetadataEntry> &entries)
 {
-    std::vector<EntryCopy> copies = copiesOf(m_document, entries);
-    if (!copies.empty()) {
-        m_document.clipboard().setEntries(std::move(copies));
-    }
+    m_document.clipboard().setEntries(copiesOf(m_document, entries));
 }
 
 QList<nkdMetadataEntry> MetadataService::getClipboardEntries() const
@@ -178,7 +173,8 @@ void MetadataService::saveSets(const QList<nkdMetadataSet> &sets, const QString 
 {
     Q_UNUSED(sets)
     if (!fileName.isEmpty()) {
-        reportNotYet(tr("Metadata sets were not saved"), tr("Set files are not written yet: %1").arg(fileName));
+        reportNotYet(tr("Metadata sets were not saved"),
+                     tr("Set files are not written yet: %1").arg(fileName));
     }
 }
 

@@ -22,8 +22,7 @@ public:
     void deleteSets(const QList<nkdMetadataSet> &sets) override;
     QList<nkdMetadataSet> duplicateSets(const QList<nkdMetadataSet> &sets) override;
     void assignSets(const QList<nkdObject> &objects, const QList<nkdMetadataSet> &sets) override;
-    void removeAssignments(const QList<nkdMetadataSet> &sets,
-                           const QList<nkdSceneObject> &objects) override;
+    void removeAssignments(const QList<nkdMetadataSet> &sets, const QList<nkdSceneObject> &objects) override;
     QList<nkdMetadataSet> getAllSets() const override;
     QString getUniqueSetName(const QString &base) const override;
 

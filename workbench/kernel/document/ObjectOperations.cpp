@@ -13,7 +13,7 @@ namespace {
 bool isGraphKind(nkObjectType type)
 {
     return type == nkObjectType::Node || type == nkObjectType::Camera || type == nkObjectType::Light
-        || type == nkObjectType::Sceneplate;
+           || type == nkObjectType::Sceneplate;
 }
 
 bool isMaterialKind(nkObjectType type)

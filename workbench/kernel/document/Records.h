@@ -67,10 +67,7 @@ struct AssetLink
     AssetState state = AssetState::None;
     QString assetId;
 
-    bool operator==(const AssetLink &other) const
-    {
-        return state == other.state && assetId == other.assetId;
-    }
+    bool operator==(const AssetLink &other) const { return state == other.state && assetId == other.assetId; }
 };
 
 /// The six kinds of scene object, for counters by kind.
@@ -93,7 +90,7 @@ struct SetRecord
     Slot owner = NoSlot;
     LinkEnds links;
     /// How many objects of each kind it is assigned to, by sceneKindIndex.
-    std::array<quint32, SceneKindCount> linkedKinds {};
+    std::array<quint32, SceneKindCount> linkedKinds{};
     AssetLink asset;
     bool locked = false;
 

@@ -48,7 +48,7 @@ quint64 create(const QString &name, const QVector<Slot> &objects)
 {
     Operation operation(QT_TRANSLATE_NOOP("Document", "Create Metadata Set"));
     const Slot set = addSet(operation, name);
-    link(operation, { set }, objects);
+    link(operation, {set}, objects);
     return operation.store().idOf(set);
 }
 
@@ -76,7 +76,7 @@ QVector<Slot> duplicate(const QVector<Slot> &sets)
     Operation operation(QT_TRANSLATE_NOOP("Document", "Duplicate Metadata Sets"));
     for (const Slot set : sets) {
         const Slot added = addCopy(operation, copyOfSet(operation.store(), set));
-        link(operation, { added }, operation.store().linkedObjects(set));
+        link(operation, {added}, operation.store().linkedObjects(set));
         duplicates.append(added);
     }
     return duplicates;
@@ -115,7 +115,8 @@ void rename(quint64 id, const QString &name)
 {
     const Store &store = Document::the().store();
     const Slot slot = store.setSlot(id);
-    if (slot == NoSlot || name.isEmpty() || store.set(slot).owner != NoSlot || !store.set(slot).isEditable()) {
+    if (slot == NoSlot || name.isEmpty() || store.set(slot).owner != NoSlot
+        || !store.set(slot).isEditable()) {
         return;
     }
     const QString unique = store.uniqueSetName(name, slot);
@@ -152,7 +153,7 @@ bool setAsset(quint64 id, AssetState state, const QString &assetId)
 {
     const Store &store = Document::the().store();
     const SetRecord *set = store.findSet(id);
-    const AssetLink asset { state, state == AssetState::None ? QString() : assetId };
+    const AssetLink asset{state, state == AssetState::None ? QString() : assetId};
     if (!set || set->owner != NoSlot || set->asset == asset) {
         return false;
     }

@@ -38,7 +38,7 @@ bool isList(const QVariant &value)
 bool isText(const QVariant &value)
 {
     return value.userType() == QMetaType::QString || value.userType() == QMetaType::QByteArray
-        || value.userType() == QMetaType::QChar;
+           || value.userType() == QMetaType::QChar;
 }
 
 /// Whether a list holds nothing but what entries hold, no deeper than they take it. Gaps (invalid values) are
@@ -46,8 +46,9 @@ bool isText(const QVariant &value)
 bool isStorableList(const QVariantList &list, int depth = 1)
 {
     const auto isStorable = [depth](const QVariant &element) {
-        return element.userType() == QMetaType::QVariantList ? isStorableList(element.toList(), depth + 1)
-                                                             : !element.isValid() || element.canConvert<QString>();
+        return element.userType() == QMetaType::QVariantList
+                   ? isStorableList(element.toList(), depth + 1)
+                   : !element.isValid() || element.canConvert<QString>();
     };
     return depth <= DeepestList && std::all_of(list.cbegin(), list.cend(), isStorable);
 }
@@ -189,7 +190,7 @@ Converted toList(const QVariant &value)
     if (isText(value)) {
         return EntryValue(pieces(value.toString()));
     }
-    return bestFittingValue(value) ? Converted(EntryValue(QVariantList { value })) : std::nullopt;
+    return bestFittingValue(value) ? Converted(EntryValue(QVariantList{value})) : std::nullopt;
 }
 
 Converted converted(const QVariant &value, nkMetadataTypes::ValueType type)
@@ -221,7 +222,7 @@ Converted converted(const QVariant &value, nkMetadataTypes::ValueType type)
 Converted fittingInteger(const QVariant &value)
 {
     const Converted integer = toInteger(value);
-    return integer ? integer : EntryValue(EntryValue::NumberText { value.toString() });
+    return integer ? integer : EntryValue(EntryValue::NumberText{value.toString()});
 }
 
 } // namespace

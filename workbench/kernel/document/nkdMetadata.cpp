@@ -30,7 +30,7 @@ QVector<Slot> setsOf(const nkdMetadata &metadata)
     if (object == NoSlot) {
         return {};
     }
-    return QVector<Slot> { openStore().object(object).objectSet } + openStore().assignedSets(object);
+    return QVector<Slot>{openStore().object(object).objectSet} + openStore().assignedSets(object);
 }
 
 /// Whether test holds for an entry of the object.
@@ -45,6 +45,15 @@ bool anyEntry(const nkdMetadata &metadata, Test test)
     });
 }
 
+/// What types are called in queries: as the editor shows them, in every language the same.
+QString typeName(nkMetadataTypes::ValueType type)
+{
+    if (type == nkMetadataTypes::DateTime) {
+        return QStringLiteral("Date and Time");
+    }
+    return QLatin1String(QMetaEnum::fromType<nkMetadataTypes::ValueType>().valueToKey(type));
+}
+
 QString quoted(QString text)
 {
     text.replace(QLatin1Char('\\'), QLatin1String("\\\\"));
@@ -57,8 +66,7 @@ QString quoted(QString text)
 nkdMetadata::nkdMetadata(quint64 sceneObjectId)
     : nkdObject(openStore().findObject(sceneObjectId) ? nkdObject(sceneObjectId, nkObjectType::Metadata)
                                                       : nkdObject())
-{
-}
+{}
 
 nkdMetadata::~nkdMetadata() = default;
 
@@ -178,11 +186,7 @@ QString nkdMetadata::getSetQuery(const QString &name)
 
 QString nkdMetadata::getValueTypeQuery(nkMetadataTypes::ValueType type)
 {
-    // The names that people see in tables; one of them is no identifier.
-    const QMetaEnum types = QMetaEnum::fromType<nkMetadataTypes::ValueType>();
-    const QString name = type == nkMetadataTypes::DateTime ? QStringLiteral("Date and Time")
-                                                           : QString::fromLatin1(types.valueToKey(type));
-    return QLatin1String("type:") + quoted(name);
+    return QLatin1String("type:") + quoted(typeName(type));
 }
 
 QString nkdMetadata::getKeyValueQuery(const QString &key) const

@@ -79,14 +79,15 @@ QIcon nkdMetadataEntry::getIcon() const
 
 void nkdMetadataEntry::setValueFromVector3D(const QVector3D &vector)
 {
-    const QVariantList components { double(vector.x()), double(vector.y()), double(vector.z()) };
+    const QVariantList components{double(vector.x()), double(vector.y()), double(vector.z())};
     EntryOperations::setTypedValue(getObjectId(), EntryValue(components));
 }
 
 QVector3D nkdMetadataEntry::getValueAsVector3D() const
 {
     const std::optional<std::vector<double>> numbers = numbersOf(getValue(), 3);
-    return numbers ? QVector3D(float((*numbers)[0]), float((*numbers)[1]), float((*numbers)[2])) : QVector3D();
+    return numbers ? QVector3D(float((*numbers)[0]), float((*numbers)[1]), float((*numbers)[2]))
+                   : QVector3D();
 }
 
 void nkdMetadataEntry::setValueFromColor(const QColor &color)
@@ -112,7 +113,8 @@ void nkdMetadataEntry::setValueFromMatrix(const QMatrix4x4 &matrix, nkMetadataTy
     QVariantList numbers;
     for (int first = 0; first < 4; ++first) {
         for (int second = 0; second < 4; ++second) {
-            const float number = order == nkMetadataTypes::RowOrder ? matrix(first, second) : matrix(second, first);
+            const float number = order == nkMetadataTypes::RowOrder ? matrix(first, second)
+                                                                    : matrix(second, first);
             numbers.append(double(number));
         }
     }

@@ -49,7 +49,7 @@ void nkdMetadataEntryList::append(const QList<nkdMetadataEntry> &entries)
     const Store &store = Document::the().store();
     const Slot set = store.setSlot(m_setId);
     if (set != NoSlot) {
-        EntryOperations::append({ set }, copiesOf(Document::the(), entries),
+        EntryOperations::append({set}, copiesOf(Document::the(), entries),
                                 QT_TRANSLATE_NOOP("Document", "Add Entries"));
     }
 }

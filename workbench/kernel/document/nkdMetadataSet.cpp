@@ -162,7 +162,7 @@ QList<nkdSceneObject> nkdMetadataSet::getObjects() const
         return {};
     }
     const Slot owner = store.set(slot).owner;
-    return objectHandles(store, owner == NoSlot ? store.linkedObjects(slot) : QVector<Slot> { owner });
+    return objectHandles(store, owner == NoSlot ? store.linkedObjects(slot) : QVector<Slot>{owner});
 }
 
 QByteArray nkdMetadataSet::getJson() const

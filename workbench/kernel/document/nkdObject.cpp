@@ -43,11 +43,11 @@ std::vector<QByteArray> propertiesOf(nkObjectType type)
 {
     switch (type) {
     case nkObjectType::MetadataSet:
-        return { "name", "color", "locked" };
+        return {"name", "color", "locked"};
     case nkObjectType::MetadataEntry:
-        return { "key", "value", "valueType" };
+        return {"key", "value", "valueType"};
     default:
-        return isSceneKind(type) ? std::vector<QByteArray> { "name", "locked" } : std::vector<QByteArray>();
+        return isSceneKind(type) ? std::vector<QByteArray>{"name", "locked"} : std::vector<QByteArray>();
     }
 }
 
@@ -90,9 +90,8 @@ QVariant nkdObject::invokeMethod(const QByteArray &name, const QVariantList &arg
 {
     QVariant result;
     if (!isNull() && isType(getType(), readableType(m_objectId))) {
-        withHandle(getType(), m_objectId, [&](nkdObject &handle) {
-            result = HandleInvoker(handle).invoke(name, arguments);
-        });
+        withHandle(getType(), m_objectId,
+                   [&](nkdObject &handle) { result = HandleInvoker(handle).invoke(name, arguments); });
     }
     return result;
 }
@@ -110,7 +109,7 @@ bool nkdObject::read(const QJsonObject &json)
     const quint64 id = json.value(IdMember).toString().toULongLong(&isNumber);
     const nkObjectType living = isNumber ? Document::the().typeOf(id) : nkObjectType::Null;
     const QString kind = json.value(TypeMember).toString();
-    for (const nkObjectType type : { living, nkObjectType::Metadata }) {
+    for (const nkObjectType type : {living, nkObjectType::Metadata}) {
         const nkdObject object(id, type);
         if (object.isAlive() && kind == QLatin1String(kindOf(type).className())
             && object.isTypeOf(*metaObject())) {
