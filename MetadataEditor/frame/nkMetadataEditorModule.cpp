@@ -1,10 +1,19 @@
 #include "frame/nkMetadataEditorModule.h"
 
 #include "frame/nkMetadataEditorUpdater.h"
+#include "frame/nkMetadataTableEntries.h"
+#include "frame/nkMetadataTableFilters.h"
+#include "table/nkMetadataIconDelegate.h"
+#include "table/nkMetadataKeyDelegate.h"
 #include "table/nkMetadataKeyValueColumns.h"
+#include "table/nkMetadataKeyValueHeader.h"
 #include "table/nkMetadataKeyValueModel.h"
 #include "table/nkMetadataKeyValueRootModelItem.h"
 #include "table/nkMetadataKeyValueTreeView.h"
+#include "table/nkMetadataSearchBar.h"
+#include "table/nkMetadataTableFilterModel.h"
+#include "table/nkMetadataValueDelegate.h"
+#include "table/nkMetadataValueTypeDelegate.h"
 #include "tree/nkMetadataTreeWidget.h"
 
 #include <nkKernelServices/nkAssetsService.h>
@@ -28,12 +37,13 @@ namespace {
 
 nkMetadataEditorModule *theWindow = nullptr;
 
+/// Stacks the widgets in the frame, without margins; the last takes the height the others leave.
 void fillFrame(QFrame *frame, const QList<QWidget *> &widgets)
 {
     auto *layout = new QVBoxLayout(frame);
     layout->setContentsMargins(0, 0, 0, 0);
     for (QWidget *widget : widgets) {
-        layout->addWidget(widget);
+        layout->addWidget(widget, widget == widgets.last() ? 1 : 0);
     }
 }
 
@@ -59,6 +69,7 @@ nkMetadataEditorModule::nkMetadataEditorModule(QWidget *parent, const QString &o
 
 nkMetadataEditorModule::~nkMetadataEditorModule()
 {
+    delete m_tableFilterModel;
     delete m_keyValueModel;
     delete m_updater;
     theWindow = nullptr;
@@ -99,20 +110,68 @@ void nkMetadataEditorModule::createTrees()
 
 void nkMetadataEditorModule::createTable()
 {
+    createTableModel();
+    createTableView();
+    createTableDelegates();
+    createTableFilters();
+    connect(m_keyValueView, &nkMetadataKeyValueTreeView::copyEntries, this,
+            &nkMetadataEditorModule::copyEntries);
+    connect(m_keyValueView, &nkMetadataKeyValueTreeView::pasteEntries, this,
+            &nkMetadataEditorModule::pasteEntries);
+    connect(m_keyValueView, &nkMetadataKeyValueTreeView::deleteEntries, this,
+            &nkMetadataEditorModule::deleteEntries);
+    m_tableHeader->initialise();
+    m_propertyFrame->hide();
+}
+
+void nkMetadataEditorModule::createTableModel()
+{
     m_rootItem = new nkMetadataKeyValueRootModelItem;
     m_keyValueModel = new nkMetadataKeyValueModel;
-    nameTableColumns();
+    m_keyValueModel->setHeader({QString(), tr("Assignment"), tr("Key"), tr("Value"), tr("Type")});
     m_keyValueModel->setRootItem(m_rootItem);
+    nameTableColumns();
+    m_tableFilterModel = new nkMetadataTableFilterModel;
+    m_tableFilterModel->setSourceModel(m_keyValueModel);
+}
+
+void nkMetadataEditorModule::createTableView()
+{
     m_keyValueView = new nkMetadataKeyValueTreeView(this);
-    m_keyValueView->setModel(m_keyValueModel);
+    m_keyValueView->setModel(m_tableFilterModel);
+    m_tableHeader = new nkMetadataKeyValueHeader(m_keyValueView, this);
+    m_keyValueView->setHeader(m_tableHeader);
     m_keyValueView->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    fillFrame(m_keyValueFrame, {m_keyValueView});
-    m_propertyFrame->hide();
+}
+
+void nkMetadataEditorModule::createTableDelegates()
+{
+    const auto install = [this](int column, std::unique_ptr<QAbstractItemDelegate> delegate) {
+        m_keyValueView->setItemDelegateForColumn(column, delegate.get());
+        m_delegates.push_back(std::move(delegate));
+    };
+    install(IconColumn, std::make_unique<nkMetadataIconDelegate>());
+    install(KeyColumn, std::make_unique<nkMetadataKeyDelegate>());
+    install(ValueColumn, std::make_unique<nkMetadataValueDelegate>());
+    install(TypeColumn, std::make_unique<nkMetadataValueTypeDelegate>());
+}
+
+void nkMetadataEditorModule::createTableFilters()
+{
+    auto *row = new nkMetadataSearchBar(m_tableHeader, this);
+    m_tableFilters = new nkMetadataTableFilters(m_tableFilterModel, row);
+    row->setWidgets(m_tableFilters->widgets());
+    fillFrame(m_keyValueFrame, {row, m_keyValueView});
+    connect(m_tableHeader, &nkMetadataKeyValueHeader::columnVisibilityChanged, m_tableFilters,
+            [filters = m_tableFilters](int column, bool isShown) {
+                if (!isShown) {
+                    filters->clear(column);
+                }
+            });
 }
 
 void nkMetadataEditorModule::nameTableColumns()
 {
-    m_keyValueModel->setHeader({QString(), tr("Assignment"), tr("Key"), tr("Value"), tr("Type")});
     const auto setData = [this](int column, int role, const QString &text) {
         m_keyValueModel->setHeaderData(column, Qt::Horizontal, text, role);
     };
@@ -191,6 +250,38 @@ void nkMetadataEditorModule::onMetadataSelectionChanged(const QList<nkdMetadataS
 {
     m_rootItem->setSets(sets);
     reloadTable();
+}
+
+void nkMetadataEditorModule::copyEntries()
+{
+    nkMetadataTableEntries::copy(nkMetadataTableEntries::selectedRows(m_keyValueView));
+}
+
+void nkMetadataEditorModule::pasteEntries()
+{
+    nkMetadataTableEntries::paste();
+}
+
+void nkMetadataEditorModule::deleteEntries()
+{
+    nkMetadataTableEntries::remove(nkMetadataTableEntries::selectedRows(m_keyValueView));
+    m_updater->requestUpdate(nkMetadataUpdate::PropertyPanel);
+}
+
+void nkMetadataEditorModule::onEntryCreated(const nkdMetadataEntry &entry, const nkdMetadataSet &set)
+{
+    if (entry.isNull()) {
+        return;
+    }
+    m_rootItem->addSets({set});
+    reloadTable();
+    const QModelIndex cell = m_tableFilterModel->mapFromSource(
+        m_keyValueModel->indexFromId(entry.getObjectId(), KeyColumn));
+    if (cell.isValid()) {
+        m_keyValueView->scrollTo(cell, QAbstractItemView::EnsureVisible);
+        m_keyValueView->setCurrentIndex(cell);
+        m_keyValueView->edit(cell);
+    }
 }
 
 void nkMetadataEditorModule::onPropertyChanged(const nkdObject &object, const QString &property)

@@ -9,10 +9,18 @@
 #include <QList>
 #include <QMainWindow>
 
+#include <memory>
+#include <vector>
+
+class QAbstractItemDelegate;
+
 class nkMetadataEditorUpdater;
+class nkMetadataKeyValueHeader;
 class nkMetadataKeyValueModel;
 class nkMetadataKeyValueRootModelItem;
 class nkMetadataKeyValueTreeView;
+class nkMetadataTableFilterModel;
+class nkMetadataTableFilters;
 class nkMetadataTreeWidget;
 
 /// The editor window: a tree of metadata sets or scene objects beside the table of the entries of what is
@@ -37,6 +45,14 @@ public:
 public Q_SLOTS:
     /// Shows the entries of these sets in the table.
     void onMetadataSelectionChanged(const QList<nkdMetadataSet> &sets);
+    /// Puts the selected entries into the host's entry clipboard.
+    void copyEntries();
+    /// Pastes the host's entry clipboard into what is selected in the trees.
+    void pasteEntries();
+    /// Removes the selected entries from their sets: one undo step.
+    void deleteEntries();
+    /// Shows a new entry's set in the table, if it is not shown yet, and opens the editor of the entry's key.
+    void onEntryCreated(const nkdMetadataEntry &entry, const nkdMetadataSet &set);
     /// Asks for the refreshes that a change of one property of one object makes necessary.
     void onPropertyChanged(const nkdObject &object, const QString &property);
     /// Refreshes what the bits (nkMetadataUpdate::Bit) name, lowest bit first.
@@ -51,6 +67,10 @@ private:
     void createUpdater();
     void createTrees();
     void createTable();
+    void createTableModel();
+    void createTableView();
+    void createTableDelegates();
+    void createTableFilters();
     void nameTableColumns();
     void connectHost();
     void connectEditorSelections();
@@ -62,7 +82,12 @@ private:
 
     nkMetadataTreeWidget *m_upperTree = nullptr;
     nkMetadataKeyValueTreeView *m_keyValueView = nullptr;
+    nkMetadataKeyValueHeader *m_tableHeader = nullptr;
+    nkMetadataTableFilters *m_tableFilters = nullptr;
+    /// A view never owns its delegates.
+    std::vector<std::unique_ptr<QAbstractItemDelegate>> m_delegates;
     /// Without parent; deleted by the destructor, before the views.
+    nkMetadataTableFilterModel *m_tableFilterModel = nullptr;
     nkMetadataKeyValueModel *m_keyValueModel = nullptr;
     /// Owned by m_keyValueModel.
     nkMetadataKeyValueRootModelItem *m_rootItem = nullptr;

@@ -170,7 +170,7 @@ const QCursor &nkMetadataIconDelegate::pickerCursor() const
 {
     if (!m_pickerCursor) {
         const QPixmap picture = nkIconManager::renderPixmap(
-            QStringLiteral(":/iconmanager/resources/Various/ColorPickerCursor.svg"), QSize(32, 32));
+            QString(QLatin1String(":/iconmanager/resources/Various/ColorPickerCursor.svg")), QSize(32, 32));
         // The tip of the drawn pipette.
         m_pickerCursor = std::make_unique<QCursor>(picture, 6, 26);
     }

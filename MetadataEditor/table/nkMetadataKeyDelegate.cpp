@@ -16,8 +16,9 @@ QWidget *nkMetadataKeyDelegate::createEditor(QWidget *parent, const QStyleOption
                                              const QModelIndex &) const
 {
     QLineEdit *editor = nkMetadataValueEditors::createLineEdit(parent);
-    editor->setValidator(
-        new QRegExpValidator(QRegExp(QStringLiteral(".+"), Qt::CaseSensitive, QRegExp::RegExp), editor));
+    // Qt keeps patterns for the whole process: no literal, which would go with the plug-in.
+    const QRegExp something(QString(QLatin1String(".+")), Qt::CaseSensitive, QRegExp::RegExp);
+    editor->setValidator(new QRegExpValidator(something, editor));
     return editor;
 }
 

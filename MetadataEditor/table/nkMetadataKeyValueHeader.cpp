@@ -53,7 +53,6 @@ void nkMetadataKeyValueHeader::initialise()
         setSectionResizeMode(column, QHeaderView::Interactive);
     }
     setShowToolButton(true);
-    updateMaximumSectionSize(width());
 }
 
 void nkMetadataKeyValueHeader::setColumnVisibility(int idxPos, bool bToggle)

@@ -4,7 +4,8 @@
 
 nkMetadataKeyValueModel::nkMetadataKeyValueModel()
 {
-    setMimeType(QStringLiteral("application/calyx-metadata-entry-item"));
+    // Drag data outlives the model: no literal, which would go with the plug-in.
+    setMimeType(QString(QLatin1String("application/calyx-metadata-entry-item")));
     setSupportedDragActions(Qt::CopyAction);
 }
 

@@ -26,6 +26,7 @@ public:
     /// Puts the "Create Entry" menu at the top of the context menu; null is ignored. Not owned. Called once.
     void setCreateEntryMenu(QMenu *menu);
     QMenu *contextMenu() const { return m_contextMenu; }
+    using QNKTreeView::edit;
 
 Q_SIGNALS:
     /// A cell editor has been closed.

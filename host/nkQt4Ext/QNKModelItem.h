@@ -94,6 +94,7 @@ protected:
 
 private:
     friend class QNKItemModel;
+    friend class RowPlace;
     friend class RowStore;
     friend class RowChange;
     friend struct RowPlan;

@@ -27,6 +27,12 @@ protected:
     void startDrag(Qt::DropActions supportedActions) override;
 
 private:
+    friend class TreeKeeper;
+
+    void dataChanged(const QModelIndex &topLeft, const QModelIndex &bottomRight,
+                     const QVector<int> &roles = {}) override;
+    void commitData(QWidget *editor) override;
+
     struct Private;
     std::unique_ptr<Private> d;
 };

@@ -160,7 +160,10 @@ void TestListOperations::theSetClipboardKeepsWhatWasCopied()
     QCOMPARE(sets.at(0).getName(), QStringLiteral("first"));
     QCOMPARE(sets.at(0).getValue(QStringLiteral("weight")), QVariant(12));
     QCOMPARE(sets.at(0).getObjects(), (QList<nkdSceneObject>{m_nodes.at(1)}));
+    // Copying nothing keeps what was copied.
     service.copySets({});
+    QVERIFY(!service.hasNoCopiedSets());
+    SceneFixture::reset();
     QVERIFY(service.hasNoCopiedSets());
 }
 
@@ -178,6 +181,8 @@ void TestListOperations::theEntryClipboardKeepsWhatWasCopied()
     service.pasteEntries({m_second});
     QCOMPARE(m_second.getValue(QStringLiteral("weight")), QVariant(12));
     service.copyEntries({});
+    QVERIFY(!service.hasNoCopiedEntries());
+    SceneFixture::reset();
     QVERIFY(service.hasNoCopiedEntries());
     QVERIFY(service.getClipboardEntries().isEmpty());
 }

@@ -17,6 +17,7 @@ private Q_SLOTS:
     void keysInTheOpenListSetOffNoShortcutOfTheTable_data();
     void keysInTheOpenListSetOffNoShortcutOfTheTable();
     void keysSetOffNoShortcutOfTheTableWhileItEditsACell();
+    void theListIsUsedByKeyboard();
     void outsideOfATableShortcutsWork();
 };
 
@@ -93,6 +94,27 @@ void TestComboBox::keysSetOffNoShortcutOfTheTableWhileItEditsACell()
     box->setFocus();
     QTest::keyClick(box, Qt::Key_Delete);
     QCOMPARE(activated.count(), 0);
+}
+
+void TestComboBox::theListIsUsedByKeyboard()
+{
+    QNKComboBox box;
+    addItems(&box);
+    QSignalSpy activated(&box, QOverload<int>::of(&QComboBox::activated));
+    box.show();
+    QVERIFY(QTest::qWaitForWindowActive(&box));
+    box.showPopup();
+    QTest::keyClick(box.view(), Qt::Key_Down);
+    QTest::keyClick(box.view(), Qt::Key_Return);
+    QCOMPARE(box.currentIndex(), 1);
+    QCOMPARE(activated.count(), 1);
+    QTRY_VERIFY(!box.view()->isVisible());
+    box.showPopup();
+    QTest::keyClick(box.view(), Qt::Key_Up);
+    QTest::keyClick(box.view(), Qt::Key_Escape);
+    QTRY_VERIFY(!box.view()->isVisible());
+    QCOMPARE(box.currentIndex(), 1);
+    QCOMPARE(activated.count(), 1);
 }
 
 void TestComboBox::outsideOfATableShortcutsWork()

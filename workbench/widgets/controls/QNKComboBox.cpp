@@ -3,6 +3,26 @@
 #include <QAbstractItemView>
 #include <QWheelEvent>
 
+namespace {
+
+/// Qt's list acts on these keys already when they are announced as possible shortcuts.
+bool isKeyOfTheList(int key)
+{
+    switch (key) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_Escape:
+    case Qt::Key_Back:
+    case Qt::Key_Down:
+    case Qt::Key_F4:
+        return true;
+    default:
+        return false;
+    }
+}
+
+} // namespace
+
 QNKComboBox::QNKComboBox(QWidget *parent) : QComboBox(parent)
 {
     // Qt's own policy gives the focus to a combo box under the wheel, which would defeat wheelEvent().
@@ -22,7 +42,8 @@ void QNKComboBox::showPopup()
 
 bool QNKComboBox::eventFilter(QObject *watched, QEvent *event)
 {
-    if (event->type() == QEvent::ShortcutOverride && watched == view()) {
+    if (event->type() == QEvent::ShortcutOverride && watched == view()
+        && !isKeyOfTheList(static_cast<QKeyEvent *>(event)->key())) {
         event->accept();
         return true;
     }

@@ -82,7 +82,10 @@ void QNKVariantListWidget::Private::fillTypeMenu()
     const auto types = VariantElement::types();
     for (const VariantElement::Type &type : types) {
         const QAction *action = menu->addAction(type.name);
-        connect(action, &QAction::triggered, q, [this, initial = type.initial] { add(initial); });
+        // Queued: a menu that closes takes the focus from an editor that has just been opened.
+        connect(
+            action, &QAction::triggered, q, [this, initial = type.initial] { add(initial); },
+            Qt::QueuedConnection);
     }
     addButton->setMenu(menu);
 }

@@ -1,11 +1,63 @@
 #include <nkQt4Ext/QNKSortFilterProxyModel.h>
 
 #include "NaturalOrder.h"
+#include "OpenEditor.h"
+
+#include <QAbstractItemView>
 
 struct QNKSortFilterProxyModel::Private
 {
     bool recursiveAccept = false;
+
+    /// Whether the proxy shows a source row, once it has been filtered anew.
+    static bool shows(const QNKSortFilterProxyModel *proxy, const QModelIndex &sourceIndex);
+    static bool acceptsAnyBelow(const QNKSortFilterProxyModel *proxy, const QModelIndex &sourceIndex);
+    static void commitEditorsOfHidden(const QNKSortFilterProxyModel *proxy);
 };
+
+bool QNKSortFilterProxyModel::Private::shows(const QNKSortFilterProxyModel *proxy,
+                                             const QModelIndex &sourceIndex)
+{
+    for (QModelIndex row = sourceIndex; row.isValid(); row = row.parent()) {
+        if (!proxy->filterAcceptsRow(row.row(), row.parent()) && !acceptsAnyBelow(proxy, row))
+            return false;
+    }
+    return true;
+}
+
+bool QNKSortFilterProxyModel::Private::acceptsAnyBelow(const QNKSortFilterProxyModel *proxy,
+                                                       const QModelIndex &sourceIndex)
+{
+    if (!proxy->isRecursiveFilteringEnabled())
+        return false;
+    const QModelIndex parent = sourceIndex.sibling(sourceIndex.row(), 0);
+    const int rows = proxy->sourceModel()->rowCount(parent);
+    for (int row = 0; row < rows; ++row) {
+        if (proxy->filterAcceptsRow(row, parent)
+            || acceptsAnyBelow(proxy, proxy->sourceModel()->index(row, 0, parent)))
+            return true;
+    }
+    return false;
+}
+
+/// What is being typed into a row that the filter is about to hide is not lost.
+void QNKSortFilterProxyModel::Private::commitEditorsOfHidden(const QNKSortFilterProxyModel *proxy)
+{
+    const QVector<QAbstractItemView *> views = OpenEditor::views();
+    for (QAbstractItemView *view : views) {
+        const OpenEditor editor = OpenEditor::of(view);
+        if (editor.isNull() || editor.isBeingCommitted())
+            continue;
+        QModelIndex index = editor.index;
+        auto above = qobject_cast<const QAbstractProxyModel *>(view->model());
+        while (above && above != proxy) {
+            index = above->mapToSource(index);
+            above = qobject_cast<const QAbstractProxyModel *>(above->sourceModel());
+        }
+        if (above && !shows(proxy, proxy->mapToSource(index)))
+            editor.commit(view);
+    }
+}
 
 QNKSortFilterProxyModel::QNKSortFilterProxyModel(QObject *parent)
     : QSortFilterProxyModel(parent), d(std::make_unique<Private>())
@@ -34,6 +86,7 @@ bool QNKSortFilterProxyModel::isRecursiveAcceptEnabled() const
 void QNKSortFilterProxyModel::refilter()
 {
     prepareFilter();
+    Private::commitEditorsOfHidden(this);
     invalidate();
 }
 

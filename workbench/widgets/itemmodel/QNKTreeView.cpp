@@ -1,30 +1,55 @@
 #include <nkQt4Ext/QNKTreeView.h>
 
+#include "OpenEditor.h"
+#include "RowSelectionModel.h"
+#include "TreeKeeper.h"
+
 #include <QHeaderView>
 
 struct QNKTreeView::Private
 {
+    TreeKeeper *keeper; // a child of the view
+    QPointer<RowSelectionModel> selection;
     bool singleColumn = false;
 };
 
 QNKTreeView::QNKTreeView(QWidget *parent)
     : QTreeView(parent), QNKViewBase(this), d(std::make_unique<Private>())
 {
-    setUniformRowHeights(true);
+    d->keeper = new TreeKeeper(this);
+    connect(header(), &QHeaderView::sectionCountChanged, this, [this](int, int count) {
+        for (int column = 1; d->singleColumn && column < count; ++column)
+            setColumnHidden(column, true);
+    });
+    setUniformRowHeights(true); // else every off-screen change lays out all rows
 }
 
 QNKTreeView::~QNKTreeView() = default;
 
 void QNKTreeView::setModel(QAbstractItemModel *newModel)
 {
+    if (newModel == model())
+        return;
+    d->keeper->aboutToSetModel(newModel);
     QTreeView::setModel(newModel);
-    setSingleColumnLayout(d->singleColumn);
+    delete d->selection;
+    if (newModel) {
+        const QPointer<QItemSelectionModel> stock(selectionModel());
+        d->selection = new RowSelectionModel(newModel, d->keeper, this);
+        connect(newModel, &QObject::destroyed, d->selection, &QObject::deleteLater);
+        setSelectionModel(d->selection);
+        delete stock;
+    }
+    d->keeper->modelSet();
 }
 
 void QNKTreeView::setSingleColumnLayout(bool on)
 {
+    if (on == d->singleColumn)
+        return;
     d->singleColumn = on;
-    header()->setStretchLastSection(true);
+    if (on)
+        header()->setStretchLastSection(true);
     for (int column = 1; column < header()->count(); ++column)
         setColumnHidden(column, on);
 }
@@ -37,4 +62,16 @@ bool QNKTreeView::isSingleColumnLayout() const
 void QNKTreeView::startDrag(Qt::DropActions supportedActions)
 {
     execDrag(supportedActions);
+}
+
+void QNKTreeView::dataChanged(const QModelIndex &topLeft, const QModelIndex &bottomRight,
+                              const QVector<int> &roles)
+{
+    d->keeper->keepTyped(topLeft, bottomRight, [&] { QTreeView::dataChanged(topLeft, bottomRight, roles); });
+}
+
+void QNKTreeView::commitData(QWidget *editor)
+{
+    const OpenEditor::CommitScope scope(editor);
+    QTreeView::commitData(editor);
 }

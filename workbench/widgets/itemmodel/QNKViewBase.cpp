@@ -7,15 +7,8 @@
 #include <QAbstractItemView>
 #include <QItemSelectionModel>
 #include <QMimeData>
-#include <QVector>
 
 namespace {
-/// The living views, in the order of their making.
-QVector<QAbstractItemView *> &views()
-{
-    static QVector<QAbstractItemView *> all;
-    return all;
-}
 
 /// One index for each selected row that can be dragged.
 QModelIndexList draggedRows(const QAbstractItemView *view)
@@ -33,28 +26,22 @@ QModelIndexList draggedRows(const QAbstractItemView *view)
     }
     return rows;
 }
+
 } // namespace
 
 QNKViewBase::QNKViewBase(QAbstractItemView *view) : m_view(view)
 {
-    views().append(view);
+    OpenEditor::addView(view);
 }
 
 QNKViewBase::~QNKViewBase()
 {
-    views().removeOne(m_view);
+    OpenEditor::removeView(m_view);
 }
 
 void QNKViewBase::commitOpenEditors()
 {
-    const QVector<QAbstractItemView *> all = views();
-    for (QAbstractItemView *view : all) {
-        if (!views().contains(view))
-            continue; // an earlier commit has deleted it
-        const OpenEditor editor = OpenEditor::of(view);
-        if (!editor.isNull())
-            editor.commit(view);
-    }
+    OpenEditor::commitAll();
 }
 
 void QNKViewBase::execDrag(Qt::DropActions supportedActions)

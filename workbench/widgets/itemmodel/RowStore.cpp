@@ -43,6 +43,12 @@ void RowStore::installOne(QNKModelItem *row)
         m_slotsById.insert(id, slot);
     m_rows[size_t(slot)] = row;
     row->m_slot = slot;
+    m_nested += int(isNested(row));
+}
+
+bool RowStore::isNested(const QNKModelItem *row)
+{
+    return row->m_parent && row->m_parent->m_parent;
 }
 
 int RowStore::freshSlot()
@@ -65,6 +71,7 @@ void RowStore::uninstall(QNKModelItem *row)
         return;
     m_rows[size_t(slot)] = nullptr;
     row->m_slot = -1;
+    m_nested -= int(isNested(row));
     if (m_slotsById.insert(RowId(row->getId()), slot) != slot)
         release(slot);
 }

@@ -32,6 +32,8 @@ public:
     QNKModelItem *row(quintptr internalId) const;
     /// What an index of an installed row holds.
     quintptr internalId(const QNKModelItem *row) const;
+    /// Whether any row stands below another one.
+    bool hasNestedRows() const { return m_nested > 0; }
     /// The row with this id; null where there is none.
     QNKModelItem *find(const RowId &id);
 
@@ -41,6 +43,7 @@ public:
 
 private:
     void installOne(QNKModelItem *row);
+    static bool isNested(const QNKModelItem *row);
     int freshSlot();
     void release(int slot);
     void indexIds();
@@ -50,5 +53,6 @@ private:
     std::vector<int> m_free;
     QHash<int, quint32> m_generations;
     SlotTable m_slotsById;
+    int m_nested = 0;          // installed rows that stand below another one
     bool m_idsIndexed = false; // whether m_slotsById holds all ids, or those of rows that went only
 };
