@@ -18,6 +18,7 @@
 
 #include <nkKernelServices/nkAssetsService.h>
 #include <nkKernelServices/nkCameraService.h>
+#include <nkKernelServices/nkInternalUiService.h>
 #include <nkKernelServices/nkLightService.h>
 #include <nkKernelServices/nkMainWindowService.h>
 #include <nkKernelServices/nkMaterialService.h>
@@ -25,10 +26,12 @@
 #include <nkKernelServices/nkObjectService.h>
 #include <nkKernelServices/nkScenegraphService.h>
 #include <nkKernelServices/nkSceneplateService.h>
+#include <nkKernelServicesGUI/nkMetadataTreeView.h>
 #include <nkQt4Ext/nkIconManager.h>
 
 #include <QCoreApplication>
 #include <QEvent>
+#include <QTimer>
 #include <QVBoxLayout>
 
 using namespace nkMetadataKeyValue;
@@ -82,7 +85,7 @@ nkMetadataEditorModule *nkMetadataEditorModule::instance()
 
 QList<nkMetadataTreeWidget *> nkMetadataEditorModule::treeWidgets() const
 {
-    return {m_upperTree};
+    return {m_upperTree, m_lowerTree};
 }
 
 void nkMetadataEditorModule::createUpdater()
@@ -102,10 +105,24 @@ void nkMetadataEditorModule::createTrees()
     m_upperTree->setMode(TreeMode::Sets);
     m_upperTree->setHasLastFocus(true);
     fillFrame(m_upperTreeFrame, {m_upperTree});
-    connect(m_upperTree, &nkMetadataTreeWidget::metadataSelectionChanged, this,
+    m_lowerTree = new nkMetadataTreeWidget(this);
+    m_lowerTree->setMode(TreeMode::LastSelection);
+    fillFrame(m_lowerTreeFrame, {m_lowerTree});
+    connectTree(m_upperTree, m_lowerTree);
+    connectTree(m_lowerTree, m_upperTree);
+}
+
+void nkMetadataEditorModule::connectTree(nkMetadataTreeWidget *tree, nkMetadataTreeWidget *other)
+{
+    connect(tree, &nkMetadataTreeWidget::metadataSelectionChanged, this,
             &nkMetadataEditorModule::onMetadataSelectionChanged);
-    // An empty frame would take half of the tree side.
-    m_lowerTreeFrame->hide();
+    connect(tree, &nkMetadataTreeWidget::treeFocusChanged, this, [tree, other](bool hasFocus) {
+        if (hasFocus) {
+            other->clearSelection();
+            other->setHasLastFocus(false);
+            tree->setHasLastFocus(true);
+        }
+    });
 }
 
 void nkMetadataEditorModule::createTable()
@@ -202,7 +219,21 @@ void nkMetadataEditorModule::connectHost()
             &nkMetadataEditorModule::onMetadataChanged);
     connect(&nkMetadataService::the(), &nkMetadataService::selectionChanged, m_upperTree,
             &nkMetadataTreeWidget::selectObjects);
+    // The host must not find the trees changed inside the call in which it asks.
+    connect(&nkInternalUiService::the(), &nkInternalUiService::requestMetadataEditorSelectionModeInLowerTree, this,
+            [this] { QTimer::singleShot(0, this, &nkMetadataEditorModule::showLastSelection); });
     connectEditorSelections();
+}
+
+void nkMetadataEditorModule::showLastSelection()
+{
+    m_upperTree->clearSelection();
+    if (m_lowerTree->getMode() == TreeMode::LastSelection) {
+        // The selection that the host means may not have been delivered to the list yet.
+        m_lowerTree->reload();
+    }
+    m_lowerTree->setMode(TreeMode::LastSelection);
+    m_lowerTree->getTreeView()->selectAll();
 }
 
 void nkMetadataEditorModule::connectEditorSelections()
@@ -316,6 +347,9 @@ void nkMetadataEditorModule::onUpdateScheduled(uint bits)
 {
     if (bits & nkMetadataUpdate::UpperTree) {
         m_upperTree->reload();
+    }
+    if (bits & nkMetadataUpdate::LowerTree) {
+        m_lowerTree->reload();
     }
     if (bits & nkMetadataUpdate::Table) {
         reloadTable();

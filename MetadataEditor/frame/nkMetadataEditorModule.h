@@ -23,8 +23,8 @@ class nkMetadataTableFilterModel;
 class nkMetadataTableFilters;
 class nkMetadataTreeWidget;
 
-/// The editor window: a tree of metadata sets or scene objects beside the table of the entries of what is
-/// selected there. There is one, made when the plug-in starts and registered with the host's main window. It
+/// The editor window: two trees of metadata sets or scene objects beside the table of the entries of what is
+/// selected there last. There is one, made when the plug-in starts and registered with the host's main window. It
 /// follows the host's changes while it is shown, and catches up once when it is shown again.
 class nkMetadataEditorModule : public QMainWindow, private Ui::nkMetadataEditorGUI
 {
@@ -66,6 +66,7 @@ protected:
 private:
     void createUpdater();
     void createTrees();
+    void connectTree(nkMetadataTreeWidget *tree, nkMetadataTreeWidget *other);
     void createTable();
     void createTableModel();
     void createTableView();
@@ -79,8 +80,10 @@ private:
     void onMetadataChanged(nkMetadataTypes::ChangeFlag flags);
     void reloadTable();
     void reloadSelectionLists();
+    void showLastSelection();
 
     nkMetadataTreeWidget *m_upperTree = nullptr;
+    nkMetadataTreeWidget *m_lowerTree = nullptr;
     nkMetadataKeyValueTreeView *m_keyValueView = nullptr;
     nkMetadataKeyValueHeader *m_tableHeader = nullptr;
     nkMetadataTableFilters *m_tableFilters = nullptr;

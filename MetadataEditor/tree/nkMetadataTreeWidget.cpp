@@ -1,5 +1,7 @@
 #include "tree/nkMetadataTreeWidget.h"
 
+#include "table/nkMetadataIconFilterBar.h"
+#include "tree/nkMetadataModeWidget.h"
 #include "tree/nkMetadataTreeSelection.h"
 
 #include <nkKernelServices/nkMetadataService.h>
@@ -7,6 +9,7 @@
 #include <nkKernelServicesGUI/nkMetadataTreeModel.h>
 #include <nkKernelServicesGUI/nkMetadataTreeView.h>
 #include <nkQt4Ext/QNKCustomFilterProxyModel.h>
+#include <nkQt4Ext/QNKTreeExpandSlider.h>
 
 #include <QHeaderView>
 #include <QItemSelectionModel>
@@ -17,6 +20,13 @@ namespace {
 
 const char hasLastFocusProperty[] = "hasLastFocus";
 
+/// The border of the list that had the focus last, in focus mode.
+const char focusStyleSheet[] =
+    "nkMetadataTreeView[hasLastFocus=\"true\"] { border: 1px solid rgb(180, 180, 180); }";
+
+/// Rows are sets and objects: one level of children, so the slider expands to depth 0 or 1.
+constexpr int deepestLevel = 1;
+
 } // namespace
 
 bool nkMetadataTreeWidget::s_handsOverSelection = false;
@@ -25,8 +35,11 @@ quint64 nkMetadataTreeWidget::s_selectionSerial = 0;
 nkMetadataTreeWidget::nkMetadataTreeWidget(QWidget *parent) : QWidget(parent)
 {
     createModels();
+    createFilterBar();
     createView();
+    createModeWidget();
     connectView();
+    connectFilterBar();
     layOut();
 }
 
@@ -37,10 +50,27 @@ void nkMetadataTreeWidget::createModels()
     m_treeModel = new nkMetadataTreeModel(this);
     m_rootItem = new nkMetadataRootModelItem;
     m_treeModel->setRootItem(m_rootItem);
+}
+
+void nkMetadataTreeWidget::createFilterBar()
+{
+    m_filterBar = new nkMetadataIconFilterBar(this);
+    // The bar of the table hides what the bar of a tree is for.
+    m_filterBar->setSearchVisible(true, false);
+    m_filterBar->setRecursiveFilterVisible(true);
+    m_filterBar->setRecursiveFilteringEnabled(true);
+    m_filterBar->setNameFilterToolTip(
+        tr("The search simply searches for strings no matter of the chosen list type or hierarchy level of the "
+           "list entry.<br>If you want to just search for sets or objects only choose the list type accordingly "
+           "and disable the search depth icon."));
+    m_stateFilter.setEnabled(m_filterBar->isTypeFilteringEnabled());
+    m_stateFilter.setIntegers(m_filterBar->typeFilter());
     m_proxyModel = new QNKCustomFilterProxyModel(this);
     m_proxyModel->setSourceModel(m_treeModel);
+    m_proxyModel->setRecursiveFilteringEnabled(m_filterBar->isRecursiveFilteringEnabled());
     m_proxyModel->setRecursiveAcceptEnabled(true);
     m_proxyModel->setDynamicSortFilter(true);
+    m_proxyModel->addCustomFilter(&m_stateFilter);
 }
 
 void nkMetadataTreeWidget::createView()
@@ -55,33 +85,92 @@ void nkMetadataTreeWidget::createView()
     m_treeView->setSortingEnabled(true);
 }
 
+/// The mode is set before the connection is made: this first setting reloads nothing.
+void nkMetadataTreeWidget::createModeWidget()
+{
+    m_modeWidget = new nkMetadataModeWidget(this);
+    m_modeWidget->setMode(m_rootItem->getTreeMode());
+    connect(m_modeWidget, &nkMetadataModeWidget::modeChanged, this, &nkMetadataTreeWidget::applyMode);
+}
+
+void nkMetadataTreeWidget::connectFilterBar()
+{
+    connect(m_filterBar, &QNKFilterBar::nameFilterChanged, m_proxyModel,
+            &QNKCustomFilterProxyModel::setFilterWildcard);
+    connect(m_filterBar, &QNKFilterBar::recursiveFilteringToggled, m_proxyModel,
+            [this](bool enabled) { m_proxyModel->setRecursiveFilteringEnabled(enabled); });
+    connect(m_filterBar, &QNKFilterBar::typeFilteringToggled, &m_stateFilter, &QNKItemFilter::setEnabled);
+    connect(m_filterBar, &QNKFilterBar::typeFilterChanged, &m_stateFilter, &QNKIntegerFilter::setIntegers);
+}
+
 void nkMetadataTreeWidget::connectView()
 {
     connect(m_treeView, &QWidget::customContextMenuRequested, this,
             [this](const QPoint &pos) { Q_EMIT showContextMenu(m_treeView->viewport()->mapToGlobal(pos)); });
     connect(m_treeView->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &nkMetadataTreeWidget::publishSelection);
-    connect(m_treeView, &nkMetadataTreeView::focusChanged, this, &nkMetadataTreeWidget::treeFocusChanged);
+    connect(m_treeView, &nkMetadataTreeView::focusChanged, this, &nkMetadataTreeWidget::onFocusChanged);
 }
 
 void nkMetadataTreeWidget::layOut()
 {
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
+    auto *expandSlider = new QNKTreeExpandSlider(m_treeView, this);
+    expandSlider->setMaximum(deepestLevel);
+    layout->addWidget(m_filterBar);
+    layout->addWidget(m_modeWidget);
     layout->addWidget(m_treeView);
+    layout->addWidget(expandSlider);
 }
 
 void nkMetadataTreeWidget::setMode(TreeMode mode)
 {
-    if (mode != getMode()) {
-        m_rootItem->setTreeMode(mode);
-        reload();
-    }
+    m_modeWidget->setMode(mode);
 }
 
 TreeMode nkMetadataTreeWidget::getMode() const
 {
-    return m_rootItem->getTreeMode();
+    return m_modeWidget->getMode();
+}
+
+void nkMetadataTreeWidget::applyMode(TreeMode mode)
+{
+    m_rootItem->setTreeMode(mode);
+    reload();
+}
+
+void nkMetadataTreeWidget::setFocusMode(bool on)
+{
+    if (int(on) == m_focusMode) {
+        return;
+    }
+    m_focusMode = int(on);
+    if (on) {
+        m_treeView->setStyleSheet(QLatin1String(focusStyleSheet));
+        if (hasLastFocus()) {
+            publishAllSets();
+        }
+        return;
+    }
+    m_treeView->setStyleSheet(QString());
+    if (m_treeView->selectionModel()->hasSelection()) {
+        publishSelection();
+    }
+}
+
+void nkMetadataTreeWidget::publishAllSets()
+{
+    Q_EMIT metadataSelectionChanged(m_treeView->getAllMetadataSets());
+}
+
+void nkMetadataTreeWidget::onFocusChanged(bool hasFocus)
+{
+    Q_EMIT treeFocusChanged(hasFocus);
+    // Only now: whoever listens has moved the mark of the last focus.
+    if (m_focusMode == 1 && hasLastFocus()) {
+        publishAllSets();
+    }
 }
 
 bool nkMetadataTreeWidget::hasLastFocus() const
@@ -92,6 +181,10 @@ bool nkMetadataTreeWidget::hasLastFocus() const
 void nkMetadataTreeWidget::setHasLastFocus(bool hasLastFocus)
 {
     m_treeView->setProperty(hasLastFocusProperty, hasLastFocus);
+    if (m_focusMode == 1) {
+        // The style looks at the property only when a style sheet is set.
+        m_treeView->setStyleSheet(QLatin1String(focusStyleSheet));
+    }
 }
 
 void nkMetadataTreeWidget::selectObjects(const QList<nkdObject> &objects)
@@ -124,7 +217,7 @@ void nkMetadataTreeWidget::publishSelection()
     }
     // Whoever listened to the host may have moved a selection meanwhile; that one is the newer and has been
     // told already.
-    if (serial == s_selectionSerial) {
+    if (m_focusMode == 0 && serial == s_selectionSerial) {
         Q_EMIT metadataSelectionChanged(selection.sets());
     }
 }

@@ -3,12 +3,15 @@
 #include <nkKernelServices/nkdMetadataSet.h>
 #include <nkKernelServices/nkdObject.h>
 #include <nkKernelServicesGUI/TreeMode.h>
+#include <nkKernelServicesGUI/nkMetadataStateItemFilter.h>
 
 #include <QList>
 #include <QPoint>
 #include <QWidget>
 
 class QNKCustomFilterProxyModel;
+class nkMetadataIconFilterBar;
+class nkMetadataModeWidget;
 class nkMetadataRootModelItem;
 class nkMetadataTreeModel;
 class nkMetadataTreeView;
@@ -27,6 +30,10 @@ public:
     void setMode(TreeMode mode);
     TreeMode getMode() const;
 
+    /// In focus mode the table shows every set of the list that had the focus last, whatever is selected, and
+    /// that list has a border. Default: off.
+    void setFocusMode(bool on);
+
     /// Whether this is the tree the person touched last (the view's dynamic property "hasLastFocus").
     bool hasLastFocus() const;
     void setHasLastFocus(bool hasLastFocus);
@@ -42,7 +49,7 @@ public:
 
 Q_SIGNALS:
     /// The sets whose entries the table is to show, each once. After every change of the selection, also to
-    /// an empty one.
+    /// an empty one; in focus mode when the list gains the focus instead.
     void metadataSelectionChanged(const QList<nkdMetadataSet> &sets);
     /// The user asked for a context menu; pos is in global screen coordinates.
     void showContextMenu(const QPoint &pos);
@@ -50,11 +57,17 @@ Q_SIGNALS:
     void treeFocusChanged(bool hasFocus);
 
 private:
+    void createFilterBar();
     void createModels();
     void createView();
+    void createModeWidget();
     void connectView();
+    void connectFilterBar();
     void layOut();
     void publishSelection();
+    void onFocusChanged(bool hasFocus);
+    void applyMode(TreeMode mode);
+    void publishAllSets();
 
     /// True exactly while a tree, whichever, hands its selection to the host.
     static bool s_handsOverSelection;
@@ -65,4 +78,8 @@ private:
     nkMetadataTreeModel *m_treeModel = nullptr;
     QNKCustomFilterProxyModel *m_proxyModel = nullptr;
     nkMetadataTreeView *m_treeView = nullptr;
+    nkMetadataModeWidget *m_modeWidget = nullptr;
+    nkMetadataIconFilterBar *m_filterBar = nullptr;
+    nkMetadataStateItemFilter m_stateFilter;
+    int m_focusMode = 0;
 };

@@ -80,23 +80,23 @@ struct Editor
     QWidget window;
     QNKVariantListWidget widget;
     bool usable = false;
-    QSignalSpy changed {&widget, &QNKVariantListWidget::valuesChanged};
-    QSignalSpy finished {&widget, &QNKVariantListWidget::finished};
+    QSignalSpy changed{&widget, &QNKVariantListWidget::valuesChanged};
+    QSignalSpy finished{&widget, &QNKVariantListWidget::finished};
 };
 
-const QVariantList someOfAll {QStringLiteral("text"),
-                              std::numeric_limits<int>::min(),
-                              Q_INT64_C(9223372036854775807),
-                              0.123456789,
-                              -0.0,
-                              1e-300,
-                              true,
-                              QTime(23, 59, 59, 999),
-                              QDate(1, 1, 1),
-                              QDateTime(QDate(2023, 3, 2), QTime(15, 7, 9, 5), Qt::UTC),
-                              QVariantList {1, QVariantList {"x", 0.1}},
-                              QVariant(),
-                              QRect(1, 2, 3, 4)};
+const QVariantList someOfAll{QStringLiteral("text"),
+                             std::numeric_limits<int>::min(),
+                             Q_INT64_C(9223372036854775807),
+                             0.123456789,
+                             -0.0,
+                             1e-300,
+                             true,
+                             QTime(23, 59, 59, 999),
+                             QDate(1, 1, 1),
+                             QDateTime(QDate(2023, 3, 2), QTime(15, 7, 9, 5), Qt::UTC),
+                             QVariantList{1, QVariantList{"x", 0.1}},
+                             QVariant(),
+                             QRect(1, 2, 3, 4)};
 
 } // namespace
 
@@ -155,7 +155,7 @@ void TestVariantListWidget::tellsOnlyRealChangesOfTheList()
 void TestVariantListWidget::itemsHoldTheirElementUnderTheUserRole()
 {
     QNKVariantListWidget widget;
-    widget.setValues({0.1, QVariantList {"a", 2}});
+    widget.setValues({0.1, QVariantList{"a", 2}});
     QVERIFY(same(widget.list()->item(0)->data(Qt::UserRole), 0.1));
     QCOMPARE(widget.list()->item(1)->text(), QStringLiteral("a, 2"));
     QSignalSpy changed(&widget, &QNKVariantListWidget::valuesChanged);
@@ -176,7 +176,7 @@ void TestVariantListWidget::editsAnElementInPlace()
     QTest::keyClicks(spiner, QStringLiteral("77"));
     QTest::keyClick(spiner, Qt::Key_Return);
     QTRY_COMPARE(editor.changed.count(), 1);
-    QVERIFY(same(editor.widget.values(), QVariantList {77, "two"}));
+    QVERIFY(same(editor.widget.values(), QVariantList{77, "two"}));
     QCOMPARE(editor.finished.count(), 0);
 }
 
@@ -207,7 +207,7 @@ void TestVariantListWidget::escapeGivesUpTheElementOnly()
     QTest::keyClicks(editor.openEditor<QLineEdit>(), QStringLiteral("two"));
     QTest::keyClick(editor.openEditor<QLineEdit>(), Qt::Key_Escape);
     QCOMPARE(editor.finished.count(), 0);
-    QVERIFY(same(editor.widget.values(), QVariantList {"one"}));
+    QVERIFY(same(editor.widget.values(), QVariantList{"one"}));
     QCOMPARE(editor.changed.count(), 0);
 }
 
@@ -245,7 +245,7 @@ void TestVariantListWidget::addsBehindTheCurrentElement()
     Editor editor({"a", "b"});
     editor.list()->setCurrentRow(0);
     editor.addEntry(QStringLiteral("Integer"))->trigger();
-    QTRY_VERIFY(same(editor.widget.values(), QVariantList {"a", 0, "b"}));
+    QTRY_VERIFY(same(editor.widget.values(), QVariantList{"a", 0, "b"}));
     QCOMPARE(editor.list()->currentRow(), 1);
 }
 
@@ -254,11 +254,11 @@ void TestVariantListWidget::insertKeyAddsTheSameType()
     Editor editor({1.5, "b"});
     QVERIFY(editor.usable);
     QTest::keyClick(editor.list(), Qt::Key_Insert);
-    QVERIFY(same(editor.widget.values(), QVariantList {1.5, 0.0, "b"}));
+    QVERIFY(same(editor.widget.values(), QVariantList{1.5, 0.0, "b"}));
     Editor empty({});
     QVERIFY(empty.usable);
     QTest::keyClick(empty.list(), Qt::Key_Insert);
-    QVERIFY(same(empty.widget.values(), QVariantList {QString()}));
+    QVERIFY(same(empty.widget.values(), QVariantList{QString()}));
 }
 
 void TestVariantListWidget::deleteKeyRemoves()
@@ -267,7 +267,7 @@ void TestVariantListWidget::deleteKeyRemoves()
     QVERIFY(editor.usable);
     editor.list()->setCurrentRow(2);
     QTest::keyClick(editor.list(), Qt::Key_Delete);
-    QVERIFY(same(editor.widget.values(), QVariantList {1, 2}));
+    QVERIFY(same(editor.widget.values(), QVariantList{1, 2}));
     QCOMPARE(editor.list()->currentRow(), 1);
     QTest::keyClick(editor.list(), Qt::Key_Delete);
     QTest::keyClick(editor.list(), Qt::Key_Delete);
@@ -280,11 +280,11 @@ void TestVariantListWidget::buttonsRemoveAndMove()
 {
     Editor editor({1, 2, 3});
     QTest::mouseClick(editor.button(QStringLiteral("Move down")), Qt::LeftButton);
-    QVERIFY(same(editor.widget.values(), QVariantList {2, 1, 3}));
+    QVERIFY(same(editor.widget.values(), QVariantList{2, 1, 3}));
     QTest::mouseClick(editor.button(QStringLiteral("Move up")), Qt::LeftButton);
-    QVERIFY(same(editor.widget.values(), QVariantList {1, 2, 3}));
+    QVERIFY(same(editor.widget.values(), QVariantList{1, 2, 3}));
     QTest::mouseClick(editor.button(QStringLiteral("Remove the element")), Qt::LeftButton);
-    QVERIFY(same(editor.widget.values(), QVariantList {2, 3}));
+    QVERIFY(same(editor.widget.values(), QVariantList{2, 3}));
     QCOMPARE(editor.changed.count(), 3);
 }
 
@@ -335,7 +335,7 @@ void TestVariantListWidget::addingWorksByKeyboardAlone()
     QTRY_VERIFY(spiner->hasFocus());
     QTest::keyClicks(spiner, QStringLiteral("8"));
     QTest::keyClick(spiner, Qt::Key_Return);
-    QTRY_VERIFY(same(editor.widget.values(), QVariantList {8}));
+    QTRY_VERIFY(same(editor.widget.values(), QVariantList{8}));
     QTRY_VERIFY(editor.list()->hasFocus());
 }
 
@@ -349,7 +349,7 @@ void TestVariantListWidget::everyButtonIsReachedByTab()
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
         reached.append(QApplication::focusWidget()->accessibleName());
     }
-    QCOMPARE(reached, (QStringList {"Add an element", "Remove the element", "Move up", "Move down"}));
+    QCOMPARE(reached, (QStringList{"Add an element", "Remove the element", "Move up", "Move down"}));
 }
 
 void TestVariantListWidget::returnFinishesWithTheValues()
@@ -386,7 +386,7 @@ void TestVariantListWidget::clickedAwayAPopupKeepsWhatWasTyped()
             [&editor, &atTheEnd] { atTheEnd = editor.widget.values(); });
     QTest::mouseClick(&editor.widget, Qt::LeftButton, {}, QPoint(-10, -10));
     QVERIFY(!editor.widget.isVisible());
-    QVERIFY(same(atTheEnd, QVariantList {"two"}));
+    QVERIFY(same(atTheEnd, QVariantList{"two"}));
     QCOMPARE(editor.finished.count(), 1);
     QCOMPARE(editor.finished.first().first().toBool(), true);
 }
@@ -417,7 +417,7 @@ void TestVariantListWidget::asAPopupItKeepsItsKeysFromTheTable()
     widget->setFocus();
     QTest::keyClick(widget->list(), Qt::Key_Delete);
     QTest::keyClick(widget->list(), Qt::Key_V, Qt::ControlModifier);
-    QVERIFY(same(widget->values(), QVariantList {2}));
+    QVERIFY(same(widget->values(), QVariantList{2}));
     QCOMPARE(deleted.count(), 0);
     QCOMPARE(pasted.count(), 0);
     widget->hide();
@@ -449,7 +449,7 @@ void TestVariantListWidget::aForeignDelegateEdits()
     QCOMPARE(edit->text(), QStringLiteral("one"));
     QTest::keyClicks(edit, QStringLiteral("two"));
     QTest::keyClick(edit, Qt::Key_Return);
-    QTRY_VERIFY(same(editor.widget.values(), QVariantList {"two"}));
+    QTRY_VERIFY(same(editor.widget.values(), QVariantList{"two"}));
 }
 
 NK_TEST_MAIN(TestVariantListWidget)

@@ -7,7 +7,9 @@
 #include "kernel/icons/IconSource.h"
 #include "kernel/services/ServiceRegistry.h"
 
+#include <nkKernelServices/nkInternalUiService.h>
 #include <nkKernelServices/nkLogService.h>
+#include <nkKernelServices/nkScenegraphService.h>
 #include <nkQt4Ext/QNKViewBase.h>
 #include <nkQt4Ext/nkIconManager.h>
 
@@ -72,6 +74,9 @@ QString Workbench::open(const QString &path)
         m_source = result.source;
         m_window->showScene(path);
         tellImport(path, result.report);
+        if (m_window->isVisible()) {
+            showMetadata();
+        }
     }
     return result.error;
 }
@@ -83,6 +88,26 @@ void Workbench::tellImport(const QString &path, const interchange::ImportReport 
     if (!report.isClean()) {
         log.reportInformation(tr("Open Scene"), report.details(importLines));
     }
+}
+
+void Workbench::show()
+{
+    m_window->show();
+    showMetadata();
+}
+
+/// Selects the nodes that carry metadata and has the editor list them, so that a person who opens a file
+/// sees at once what is in it.
+void Workbench::showMetadata()
+{
+    QList<nkdNode> nodes;
+    for (nkObjectType kind : {nkObjectType::Node, nkObjectType::Camera, nkObjectType::Light}) {
+        for (quint64 id : kernel::Document::the().objectsWithMetadata(kind)) {
+            nodes.append(nkdNode(nkdObject(id, kind)));
+        }
+    }
+    nkScenegraphService::the().setSelection(nodes);
+    Q_EMIT nkInternalUiService::the().requestMetadataEditorSelectionModeInLowerTree();
 }
 
 void Workbench::openOrTell(const QString &path)

@@ -28,6 +28,8 @@ public:
     /// Opens a scene in place of the present one. Where the file cannot be read, the present one stays.
     /// @return an empty text, or one sentence that says what failed, where, and what to do
     QString open(const QString &path);
+    /// Shows the window, and in the editor what the open scene has of metadata.
+    void show();
     /// The sample scene that ships with the workbench.
     static QString sampleScene();
 
@@ -35,6 +37,7 @@ public:
 
 private:
     static void tellImport(const QString &path, const interchange::ImportReport &report);
+    static void showMetadata();
     void openOrTell(const QString &path);
     void showReport(int level, const QString &title, const QString &text);
 

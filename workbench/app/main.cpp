@@ -57,7 +57,7 @@ int main(int argc, char **argv)
     if (!error.isEmpty()) {
         return fail(error);
     }
-    workbench.window()->show();
+    workbench.show();
     if (!commandLine.screenshot.isEmpty()) {
         return runForPicture(workbench, commandLine.screenshot);
     }

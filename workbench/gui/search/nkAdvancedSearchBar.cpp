@@ -146,4 +146,6 @@ void nkAdvancedSearchBar::showState()
     m_stateLabel->setText(ValueText::oneLine(words));
     m_stateLabel->setToolTip(words.isEmpty() ? QString() : ValueText::literal(words));
     m_stateIcon->setVisible(m_state != Idle);
+    // An idle bar leaves its whole width to the field.
+    m_stateLabel->setVisible(m_state != Idle);
 }

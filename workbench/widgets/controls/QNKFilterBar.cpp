@@ -72,6 +72,7 @@ QNKFilterBar::QNKFilterBar(QWidget *parent) : QWidget(parent), d(std::make_uniqu
         d->showTypes();
         Q_EMIT typeFilteringToggled(enabled);
     });
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     setFocusProxy(d->search);
     d->showTypes();
 }
@@ -93,7 +94,7 @@ void QNKFilterBar::setSearchVisible(bool visible, bool clear)
 {
     d->search->setVisible(visible);
     // Alone in the bar the button takes all of it and says in words what it lets through.
-    d->types->setSizePolicy(visible ? QSizePolicy::Fixed : QSizePolicy::Expanding, QSizePolicy::Expanding);
+    d->types->setSizePolicy(visible ? QSizePolicy::Fixed : QSizePolicy::Expanding, QSizePolicy::Preferred);
     d->showTypes();
     setFocusProxy(visible ? static_cast<QWidget *>(d->search) : d->types);
     if (!visible && clear)

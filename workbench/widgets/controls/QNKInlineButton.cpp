@@ -10,8 +10,9 @@ QNKInlineButton::QNKInlineButton(QWidget *parent) : QToolButton(parent)
 {
     setCheckable(true);
     setIconSize(QSize(GlyphIcon::extent, GlyphIcon::extent));
-    // As high as whatever it stands beside.
-    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
+    // As high as whatever it stands beside, without asking for more: an expanding height would spread to the
+    // line and take room from the list below it.
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
 }
 
 QNKInlineButton::~QNKInlineButton() = default;

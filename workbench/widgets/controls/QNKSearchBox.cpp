@@ -22,6 +22,7 @@ QNKSearchBox::QNKSearchBox(QWidget *parent)
     row->addWidget(m_lineEdit, 1);
     row->addWidget(m_switch);
 
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     setFocusProxy(m_lineEdit);
     connect(m_lineEdit, &QLineEdit::textChanged, this, &QNKSearchBox::tell);
     connect(m_switch, &QNKInlineButton::toggled, this, &QNKSearchBox::setSearchEnabled);

@@ -17,6 +17,16 @@ QVector<QWidget *> &committedEditors()
     return all;
 }
 
+/// Lends the name of a view's state, which only views may ask for.
+class StateOfView : public QAbstractItemView
+{
+public:
+    static bool isEditing(const QAbstractItemView *view)
+    {
+        return (view->*&StateOfView::state)() == EditingState;
+    }
+};
+
 /// The cell a child of the viewport edits. An editor lies over its cell, and nearly always on the current one.
 QModelIndex indexOf(const QAbstractItemView *view, const QWidget *widget)
 {
@@ -49,11 +59,13 @@ OpenEditor::CommitScope::~CommitScope()
 
 OpenEditor OpenEditor::of(const QAbstractItemView *view)
 {
+    if (!StateOfView::isEditing(view)) // widgets that stay in cells do not count as editing
+        return {};
     const QObjectList children = view->viewport()->children();
     for (QObject *child : children) {
         auto *const widget = qobject_cast<QWidget *>(child);
         const QModelIndex index = widget ? indexOf(view, widget) : QModelIndex();
-        if (index.isValid() && !view->isPersistentEditorOpen(index))
+        if (index.isValid())
             return {widget, index};
     }
     return {};
@@ -108,8 +120,7 @@ void OpenEditor::commit(QAbstractItemView *view) const
     const QPointer<QAbstractItemView> alive(view);
     {
         const CommitScope scope(widget);
-        QMetaObject::invokeMethod(view, "commitData", Qt::DirectConnection,
-                                  Q_ARG(QWidget *, widget.data()));
+        QMetaObject::invokeMethod(view, "commitData", Qt::DirectConnection, Q_ARG(QWidget *, widget.data()));
     }
     if (alive && widget && of(view).widget == widget) // the commit may have asked something, and led anywhere
         close(view, widget, QAbstractItemDelegate::NoHint);

@@ -67,8 +67,7 @@ void QNKTreeView::startDrag(Qt::DropActions supportedActions)
 void QNKTreeView::dataChanged(const QModelIndex &topLeft, const QModelIndex &bottomRight,
                               const QVector<int> &roles)
 {
-    d->keeper->keepTyped(topLeft, bottomRight,
-                         [&] { QTreeView::dataChanged(topLeft, bottomRight, roles); });
+    d->keeper->keepTyped(topLeft, bottomRight, [&] { QTreeView::dataChanged(topLeft, bottomRight, roles); });
 }
 
 void QNKTreeView::commitData(QWidget *editor)

@@ -5,8 +5,7 @@
 
 RowSelectionModel::RowSelectionModel(QAbstractItemModel *itemModel, TreeKeeper *keeper, QObject *parent)
     : QItemSelectionModel(itemModel, parent), m_keeper(keeper)
-{
-}
+{}
 
 RowSelectionModel::~RowSelectionModel() = default;
 

@@ -53,6 +53,6 @@ private:
     std::vector<int> m_free;
     QHash<int, quint32> m_generations;
     SlotTable m_slotsById;
-    int m_nested = 0; // installed rows that stand below another one
+    int m_nested = 0;          // installed rows that stand below another one
     bool m_idsIndexed = false; // whether m_slotsById holds all ids, or those of rows that went only
 };

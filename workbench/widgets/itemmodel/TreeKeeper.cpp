@@ -7,6 +7,7 @@
 #include <QAbstractProxyModel>
 #include <QEvent>
 #include <QItemSelectionModel>
+#include <QScopedValueRollback>
 #include <QSignalBlocker>
 
 TreeKeeper::TreeKeeper(QNKTreeView *view) : QObject(view), m_view(view)
@@ -140,8 +141,11 @@ void TreeKeeper::leaveEditor(QWidget *editor, QAbstractItemDelegate *delegate)
     if (delegate)
         editor->removeEventFilter(delegate);
     const QWidget *const focus = editor->window()->focusWidget();
-    if (focus && (focus == editor || editor->isAncestorOf(focus)))
-        m_view->setFocus(Qt::OtherFocusReason);
+    if (!focus || (focus != editor && !editor->isAncestorOf(focus)))
+        return;
+    // A view that gains the focus looks for a current row: nothing a person has done.
+    const QScopedValueRollback<bool> noGesture(m_puttingBack, true);
+    m_view->setFocus(Qt::OtherFocusReason);
 }
 
 void TreeKeeper::afterReset()
@@ -156,17 +160,22 @@ void TreeKeeper::hold()
         return;
     const OpenEditor editor = OpenEditor::of(m_view);
     QItemSelectionModel *const selection = m_view->selectionModel();
-    m_held.reset(new Held{TreeState(m_view, m_place, m_expanded), editor, m_place.slot(editor.index),
-                          nullptr, {}, false, true, false});
+    m_held.reset(new Held{TreeState(m_view, m_place, m_expanded),
+                          editor,
+                          m_place.slot(editor.index),
+                          nullptr,
+                          {},
+                          false,
+                          true,
+                          false});
     if (!editor.isNull()) {
         m_held->delegate = m_view->itemDelegate(editor.index);
         m_held->editorState = EditorState(editor.widget);
         m_held->editorTouched = isTouched(editor);
     }
     m_held->wasSilent = selection->blockSignals(true);
-    m_puttingBack = true;
+    const QScopedValueRollback<bool> noGesture(m_puttingBack, true);
     selection->reset();
-    m_puttingBack = false;
 }
 
 void TreeKeeper::selectionSetAnew()
@@ -296,8 +305,8 @@ TreeKeeper::Typed TreeKeeper::typedIn(const QModelIndex &topLeft, const QModelIn
     const OpenEditor editor = OpenEditor::of(m_view);
     const QModelIndex &index = editor.index;
     if (editor.isNull() || editor.isBeingCommitted() || index.parent() != topLeft.parent()
-        || index.row() < topLeft.row() || index.row() > bottomRight.row()
-        || index.column() < topLeft.column() || index.column() > bottomRight.column())
+        || index.row() < topLeft.row() || index.row() > bottomRight.row() || index.column() < topLeft.column()
+        || index.column() > bottomRight.column())
         return {};
     return {editor.widget, EditorState(editor.widget), isTouched(editor)};
 }
