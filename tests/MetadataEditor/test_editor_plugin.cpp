@@ -95,7 +95,9 @@ private:
     {
         window->show();
         QCoreApplication::processEvents();
-        auto *tree = window->findChild<nkMetadataTreeView *>();
+        auto *upperFrame = window->findChild<QWidget *>(QStringLiteral("m_upperTreeFrame"));
+        QVERIFY(upperFrame);
+        auto *tree = upperFrame->findChild<nkMetadataTreeView *>();
         QNKTreeView *table = tableOf(window);
         QVERIFY(tree && table);
         tree->selectObjects({m_set});

@@ -74,7 +74,10 @@ void MetadataService::copySets(const QList<nkdMetadataSet> &sets)
     for (const Slot set : slots) {
         copies.push_back(copyOfSet(m_document.store(), set));
     }
-    m_document.clipboard().setSets(std::move(copies));
+    // Copying nothing keeps what was copied before.
+    if (!copies.empty()) {
+        m_document.clipboard().setSets(std::move(copies));
+    }
 }
 
 void MetadataService::pasteSets(const QList<nkdSceneObject> &targets)
@@ -89,7 +92,10 @@ bool MetadataService::hasNoCopiedSets() const
 
 void MetadataService::copyEntries(const QList<nkdMetadataEntry> &entries)
 {
-    m_document.clipboard().setEntries(copiesOf(m_document, entries));
+    auto copies = copiesOf(m_document, entries);
+    if (!copies.empty()) {
+        m_document.clipboard().setEntries(std::move(copies));
+    }
 }
 
 QList<nkdMetadataEntry> MetadataService::getClipboardEntries() const
