@@ -74,7 +74,6 @@ void MetadataService::copySets(const QList<nkdMetadataSet> &sets)
     for (const Slot set : slots) {
         copies.push_back(copyOfSet(m_document.store(), set));
     }
-    // Copying nothing keeps what was copied before.
     if (!copies.empty()) {
         m_document.clipboard().setSets(std::move(copies));
     }
@@ -92,7 +91,7 @@ bool MetadataService::hasNoCopiedSets() const
 
 void MetadataService::copyEntries(const QList<nkdMetadataEntry> &entries)
 {
-    auto copies = copiesOf(m_document, entries);
+    std::vector<EntryCopy> copies = copiesOf(m_document, entries);
     if (!copies.empty()) {
         m_document.clipboard().setEntries(std::move(copies));
     }
