@@ -171,8 +171,9 @@ const QCursor &nkMetadataIconDelegate::pickerCursor() const
     if (!m_pickerCursor) {
         const QPixmap picture = nkIconManager::renderPixmap(
             QString(QLatin1String(":/iconmanager/resources/Various/ColorPickerCursor.svg")), QSize(32, 32));
-        // The tip of the drawn pipette.
-        m_pickerCursor = std::make_unique<QCursor>(picture, 6, 26);
+        // The tip of the drawn pipette; a host without pictures gets a plain cursor.
+        m_pickerCursor = picture.isNull() ? std::make_unique<QCursor>(Qt::CrossCursor)
+                                          : std::make_unique<QCursor>(picture, 6, 26);
     }
     return *m_pickerCursor;
 }
