@@ -1,6 +1,7 @@
 #include "EditingFixture.h"
 #include "TestIcons.h"
 
+#include "table/nkMetadataIconDelegate.h"
 #include "table/nkMetadataPickedColor.h"
 
 #include <TestMain.h>
@@ -38,8 +39,17 @@ private Q_SLOTS:
     {
         click(onIcon("string"), onIcon("string"));
         QCOMPARE(dialogs().size(), 1);
-        QVERIFY(!dialogs().first()->parentWidget());
+        QVERIFY(dialogs().first()->isWindow());
         QCOMPARE(dialogs().first()->getColor().getGammaQColor(), QColor(0, 160, 80));
+    }
+
+    void the_dialog_is_made_without_a_parent()
+    {
+        const nkMetadataIconDelegate delegate;
+        const std::unique_ptr<QWidget> editor(
+            delegate.createEditor(view(), QStyleOptionViewItem(), QModelIndex()));
+        QVERIFY(qobject_cast<QNKColorDialog *>(editor.get()));
+        QVERIFY(!editor->parentWidget());
     }
 
     void other_clicks_open_nothing_data()
