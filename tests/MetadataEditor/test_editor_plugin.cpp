@@ -95,9 +95,8 @@ private:
     {
         window->show();
         QCoreApplication::processEvents();
-        auto *upperFrame = window->findChild<QWidget *>(QStringLiteral("m_upperTreeFrame"));
-        QVERIFY(upperFrame);
-        auto *tree = upperFrame->findChild<nkMetadataTreeView *>();
+        const auto *upper = window->findChild<QWidget *>(QStringLiteral("m_upperTreeFrame"));
+        auto *tree = upper->findChild<nkMetadataTreeView *>();
         QNKTreeView *table = tableOf(window);
         QVERIFY(tree && table);
         tree->selectObjects({m_set});
