@@ -73,6 +73,33 @@ private Q_SLOTS:
         QCOMPARE(undoCount(), before);
     }
 
+    void a_long_name_is_not_cut_by_an_edit()
+    {
+        const QString longName(40000, QLatin1Char('x'));
+        nkdMetadataSet(m_scene.common).setName(longName);
+        m_model->reload();
+        QLineEdit *edit = openEditor(0);
+        QTest::keyClick(edit, Qt::Key_End);
+        QTest::keyClicks(edit, QStringLiteral("y"));
+        finish(edit, Qt::Key_Return);
+        QCOMPARE(commonName(), QString(longName + QLatin1Char('y')));
+    }
+
+    void a_touched_editor_is_not_filled_anew()
+    {
+        QLineEdit *edit = openEditor(0);
+        QTest::keyClicks(edit, QStringLiteral("Typed"));
+        m_view->itemDelegate()->setEditorData(edit, m_model->index(1, 0));
+        QCOMPARE(edit->text(), QStringLiteral("Typed"));
+    }
+
+    void an_untouched_editor_follows_the_name()
+    {
+        QLineEdit *edit = openEditor(0);
+        m_view->itemDelegate()->setEditorData(edit, m_model->index(1, 0));
+        QCOMPARE(edit->text(), QStringLiteral("Second"));
+    }
+
     void a_name_that_changed_meanwhile_is_not_put_back_by_an_untouched_editor()
     {
         QLineEdit *edit = openEditor(0);

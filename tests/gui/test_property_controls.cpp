@@ -142,11 +142,28 @@ private Q_SLOTS:
         QCOMPARE(date.getValue().toDate().month(), 3);
     }
 
-    void a_universal_time_is_shown_as_it_is_stored()
+    void an_edited_moment_keeps_its_time_zone_data()
     {
-        const QDateTime moment(QDate(2024, 2, 29), QTime(1, 2, 3), Qt::UTC);
-        show(nkMetadataTypes::DateTime, moment);
-        QCOMPARE(editor<QDateTimeEdit>()->time(), QTime(1, 2, 3));
+        QTest::addColumn<QDateTime>("moment");
+        const QDate date(2024, 2, 29);
+        const QTime time(1, 2, 3);
+        QTest::newRow("local") << QDateTime(date, time);
+        QTest::newRow("universal") << QDateTime(date, time, Qt::UTC);
+        QTest::newRow("offset") << QDateTime(date, time, Qt::OffsetFromUTC, 3600);
+    }
+    void an_edited_moment_keeps_its_time_zone()
+    {
+        QFETCH(QDateTime, moment);
+        const nkdMetadataEntry entry = show(nkMetadataTypes::DateTime, moment);
+        const QDateTime stored = entry.getValue().toDateTime();
+        QDateTimeEdit *box = editor<QDateTimeEdit>();
+        QCOMPARE(box->time(), stored.time());
+        box->setSelectedSection(QDateTimeEdit::HourSection);
+        QTest::keyClick(box, Qt::Key_Up);
+        const QDateTime edited = entry.getValue().toDateTime();
+        QCOMPARE(edited.time().hour(), stored.time().hour() + 1);
+        QCOMPARE(edited.timeSpec(), stored.timeSpec());
+        QCOMPARE(edited.offsetFromUtc(), stored.offsetFromUtc());
     }
 
     void a_list_is_edited_in_a_pop_up()

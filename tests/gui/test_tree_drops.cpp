@@ -5,8 +5,10 @@
 #include <nkKernelServices/nkMetadataService.h>
 #include <nkKernelServicesGUI/nkMetadataRootModelItem.h>
 #include <nkKernelServicesGUI/nkMetadataTreeModel.h>
+#include <nkKernelServicesGUI/nkMetadataTreeView.h>
 
 #include <QAbstractButton>
+#include <QDropEvent>
 #include <QMimeData>
 #include <QTreeWidget>
 #include <QUndoStack>
@@ -121,6 +123,28 @@ private Q_SLOTS:
         nkMetadataService::the().deleteSets({nkdMetadataSet(m_scene.locked)});
         show(TreeMode::AllObjects);
         QVERIFY(!canDrop(data, row(0)));
+    }
+
+    void the_view_takes_a_drop_anywhere_on_a_row_data()
+    {
+        QTest::addColumn<int>("fromTop");
+        QTest::newRow("top edge") << 1;
+        QTest::newRow("middle") << 8;
+    }
+    void the_view_takes_a_drop_anywhere_on_a_row()
+    {
+        QFETCH(int, fromTop);
+        const auto data = dragged({row(2)});
+        show(TreeMode::AllObjects);
+        nkMetadataTreeView view;
+        view.setModel(m_model.get());
+        view.resize(200, 200);
+        view.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&view));
+        const QRect target = view.visualRect(row(3));
+        QVERIFY(dropAt(&view, data, target.topLeft() + QPoint(20, fromTop)));
+        QCOMPARE(setsOf(m_scene.plate), (QList<quint64>{m_scene.second, m_scene.locked}));
+        QVERIFY(!dropAt(&view, data, QPoint(20, 190)));
     }
 
     void damaged_and_foreign_data_is_refused_data()
@@ -240,8 +264,8 @@ private Q_SLOTS:
     {
         const auto data = draggedEntries({GuiScene::entry(m_scene.common, "colour")});
         QVERIFY(drop(data, row(1)));
-        nkdMetadataSet(m_scene.second).getEntries().clear();
-        QTRY_COMPARE(GuiScene::keys(m_scene.second), QStringList{"colour"});
+        GuiScene::entry(m_scene.second, "colour").setKey(QStringLiteral("paint"));
+        QTRY_COMPARE(GuiScene::keys(m_scene.second), (QStringList{"paint", "colour"}));
         QCOMPARE(GuiScene::entry(m_scene.second, "colour").getValue().toString(), QStringLiteral("red"));
     }
 
@@ -279,6 +303,18 @@ private:
         Data data(new QMimeData);
         data->setData(QStringLiteral("application/calyx-metadata-entry-item"), bytes);
         return data;
+    }
+
+    static bool dropAt(nkMetadataTreeView *view, const Data &data, const QPoint &position)
+    {
+        const auto send = [view](QDropEvent *event) {
+            QCoreApplication::sendEvent(view->viewport(), event);
+            return event->isAccepted();
+        };
+        QDragEnterEvent enter(position, Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
+        QDragMoveEvent move(position, Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
+        QDropEvent drop(position, Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
+        return send(&enter) && send(&move) && send(&drop);
     }
 
     bool canDrop(const Data &data, const QModelIndex &target, Qt::DropAction action = Qt::CopyAction) const

@@ -141,9 +141,10 @@ void TestColorDialog::hexFieldChoosesAColour()
     dialog.hex()->selectAll();
     QTest::keyClicks(dialog.hex(), typed);
     QCOMPARE(dialog.hex()->text(), typed);
-    QCOMPARE(dialog.screen(), color);
     QTest::keyClick(dialog.hex(), Qt::Key_Tab);
+    QCOMPARE(dialog.screen(), color);
     QCOMPARE(dialog.hex()->text(), color.name());
+    QCOMPARE(dialog.changed.count(), 1);
 }
 
 void TestColorDialog::halfAHexTextChoosesNothing()
@@ -155,6 +156,8 @@ void TestColorDialog::halfAHexTextChoosesNothing()
     QTest::keyClicks(dialog.hex(), QStringLiteral("#1z2"));
     QCOMPARE(dialog.hex()->text(), QStringLiteral("#12"));
     QCOMPARE(dialog.screen(), QColor(200, 100, 50));
+    QTest::keyClick(dialog.hex(), Qt::Key_Tab);
+    QCOMPARE(dialog.hex()->text(), QStringLiteral("#c86432"));
     QCOMPARE(dialog.changed.count(), 0);
 }
 
@@ -221,6 +224,10 @@ void TestColorDialog::greyAndBlackKeepTheirHue()
     QTest::keyClick(dialog.field(), Qt::Key_Home);
     QTest::keyClick(dialog.field(), Qt::Key_End);
     QCOMPARE(dialog.screen(), QColor(0, 0, 255));
+    dialog.hex()->selectAll();
+    QTest::keyClicks(dialog.hex(), QStringLiteral("808080"));
+    QTest::keyClick(dialog.field(), Qt::Key_End);
+    QCOMPARE(dialog.screen(), QColor(0, 0, 128));
 }
 
 void TestColorDialog::previousColourComesBack()

@@ -44,6 +44,7 @@ void TestComboBox::wheelTurnsItOnlyWithFocus()
         QCoreApplication::sendEvent(&box, &event);
         return event.isAccepted();
     };
+    QVERIFY2(box.focusPolicy() == Qt::StrongFocus, "the wheel gives no focus");
     other.setFocus();
     QVERIFY(!turn());
     QCOMPARE(box.currentIndex(), 0);

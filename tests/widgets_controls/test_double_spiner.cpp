@@ -330,6 +330,7 @@ void TestDoubleSpiner::wheelTurnsItOnlyWithFocus()
                           Qt::NoModifier, Qt::NoScrollPhase, false);
         QCoreApplication::sendEvent(&spiner, &event);
     };
+    QVERIFY2(spiner.focusPolicy() == Qt::StrongFocus, "the wheel gives no focus");
     other.setFocus();
     turn();
     QCOMPARE(spiner.value(), 0.0);

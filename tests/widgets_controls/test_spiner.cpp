@@ -131,6 +131,7 @@ void TestSpiner::wheelTurnsItOnlyWithFocus()
                           Qt::NoModifier, Qt::NoScrollPhase, false);
         QCoreApplication::sendEvent(&spiner, &event);
     };
+    QVERIFY2(spiner.focusPolicy() == Qt::StrongFocus, "the wheel gives no focus");
     other.setFocus();
     turn();
     QCOMPARE(spiner.value(), 0);

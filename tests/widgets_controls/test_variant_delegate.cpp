@@ -101,6 +101,8 @@ private Q_SLOTS:
     void editsDatesAndTimesInTheirTimeZone();
     void editsNestedLists();
     void escapeInANestedListWritesNothing();
+    void aNestedListThatIsClickedAwayKeepsWhatWasTyped();
+    void rowsAreHighEnoughForTheirEditors();
     void typedTextSurvivesAnAnnouncementOfTheRow();
     void typesThatCannotBeWrittenBackHaveNoEditor();
 };
@@ -347,6 +349,29 @@ void TestVariantDelegate::escapeInANestedListWritesNothing()
     QTRY_VERIFY(!view.view.viewport()->findChild<QNKVariantListWidget *>());
     QVERIFY(same(view.value(), QVariantList{1, "two"}));
     QCOMPARE(view.writes, 0);
+}
+
+void TestVariantDelegate::aNestedListThatIsClickedAwayKeepsWhatWasTyped()
+{
+    View view(QVariantList{"one"});
+    QVERIFY(view.usable);
+    auto *list = view.open<QNKVariantListWidget>();
+    QTest::keyClick(list->list(), Qt::Key_F2);
+    auto *edit = list->list()->viewport()->findChild<QLineEdit *>();
+    QVERIFY(edit);
+    QTest::keyClicks(edit, QStringLiteral("two"));
+    QTest::mouseClick(list, Qt::LeftButton, {}, QPoint(-10, -10));
+    QTRY_VERIFY(same(view.value(), QVariantList{"two"}));
+}
+
+void TestVariantDelegate::rowsAreHighEnoughForTheirEditors()
+{
+    for (const QVariant &value : {QVariant(1), QVariant(0.5), QVariant(QDate(2023, 3, 2)), QVariant("a")}) {
+        View view(value);
+        QWidget *editor = view.openAny();
+        QVERIFY(editor);
+        QVERIFY(editor->height() >= editor->minimumSizeHint().height() - 2);
+    }
 }
 
 void TestVariantDelegate::typedTextSurvivesAnAnnouncementOfTheRow()

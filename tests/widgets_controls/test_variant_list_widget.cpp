@@ -9,6 +9,7 @@
 #include <QMenu>
 #include <QShortcut>
 #include <QSignalSpy>
+#include <QStyledItemDelegate>
 #include <QTableWidget>
 #include <QToolButton>
 
@@ -124,6 +125,7 @@ private Q_SLOTS:
     void returnFinishesWithTheValues();
     void escapeFinishesWithoutThem();
     void clickedAwayAPopupKeepsWhatWasTyped();
+    void clickedAwayAsTheEditorOfACellItIsReadWithWhatWasTyped();
     void finishesOnceAShowing();
     void asAPopupItKeepsItsKeysFromTheTable();
     void aForeignDelegateEdits();
@@ -164,6 +166,13 @@ void TestVariantListWidget::itemsHoldTheirElementUnderTheUserRole()
     widget.list()->item(0)->setData(Qt::UserRole, 0.2);
     QCOMPARE(changed.count(), 1);
     QVERIFY(same(widget.values().first(), 0.2));
+    for (const QVariant &value :
+         {QVariant(1), QVariant("1"), QVariant(true), QVariant(0.0), QVariant(-0.0)}) {
+        changed.clear();
+        widget.list()->item(0)->setData(Qt::UserRole, value);
+        QCOMPARE(changed.count(), 1);
+        QVERIFY(same(widget.values().first(), value));
+    }
 }
 
 void TestVariantListWidget::editsAnElementInPlace()
@@ -389,6 +398,41 @@ void TestVariantListWidget::clickedAwayAPopupKeepsWhatWasTyped()
     QVERIFY(same(atTheEnd, QVariantList{"two"}));
     QCOMPARE(editor.finished.count(), 1);
     QCOMPARE(editor.finished.first().first().toBool(), true);
+}
+
+void TestVariantListWidget::clickedAwayAsTheEditorOfACellItIsReadWithWhatWasTyped()
+{
+    class Delegate : public QStyledItemDelegate
+    {
+    public:
+        QWidget *createEditor(QWidget *parent, const QStyleOptionViewItem &,
+                              const QModelIndex &) const override
+        {
+            return new QNKVariantListWidget(parent, Qt::Popup);
+        }
+        void setEditorData(QWidget *editor, const QModelIndex &index) const override
+        {
+            static_cast<QNKVariantListWidget *>(editor)->setValues(index.data(Qt::UserRole).toList());
+        }
+        void setModelData(QWidget *editor, QAbstractItemModel *model, const QModelIndex &index) const override
+        {
+            model->setData(index, static_cast<QNKVariantListWidget *>(editor)->values(), Qt::UserRole);
+        }
+    };
+    Delegate delegate;
+    QTableWidget table(1, 1);
+    table.setItemDelegate(&delegate);
+    table.setItem(0, 0, new QTableWidgetItem);
+    table.item(0, 0)->setData(Qt::UserRole, QVariantList{"one"});
+    table.show();
+    QVERIFY(QTest::qWaitForWindowActive(&table));
+    table.editItem(table.item(0, 0));
+    auto *widget = table.findChild<QNKVariantListWidget *>();
+    QVERIFY(widget);
+    QTest::keyClick(widget->list(), Qt::Key_F2);
+    QTest::keyClicks(widget->list()->viewport()->findChild<QLineEdit *>(), QStringLiteral("two"));
+    QTest::mouseClick(widget, Qt::LeftButton, {}, QPoint(-10, -10));
+    QTRY_VERIFY(same(table.item(0, 0)->data(Qt::UserRole), QVariantList{"two"}));
 }
 
 void TestVariantListWidget::finishesOnceAShowing()

@@ -44,9 +44,8 @@ void DateTimeControl::showValue(const QVariant &value)
     case nkMetadataTypes::Date:
         return m_box->setDate(value.toDate());
     default:
-        // Shown as it is stored; the widget would convert to its own time zone.
-        m_box->setTimeSpec(value.toDateTime().timeSpec() == Qt::UTC ? Qt::UTC : Qt::LocalTime);
-        return m_box->setDateTime(value.toDateTime());
+        m_shown = value.toDateTime();
+        return m_box->setDateTime(m_shown);
     }
 }
 
@@ -60,6 +59,16 @@ QVariant DateTimeControl::editedValue() const
     case nkMetadataTypes::Date:
         return m_box->date();
     default:
-        return m_box->dateTime();
+        return editedMoment();
     }
+}
+
+// The widget shows any moment's date and time as they are written, and answers in local time: what was
+// universal time, or had an offset, stays so.
+QDateTime DateTimeControl::editedMoment() const
+{
+    QDateTime moment = m_shown;
+    moment.setDate(m_box->date());
+    moment.setTime(m_box->time());
+    return moment;
 }

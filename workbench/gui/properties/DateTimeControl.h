@@ -4,6 +4,8 @@
 
 #include <nkKernelServices/nkMetadataTypes.h>
 
+#include <QDateTime>
+
 class QDateTimeEdit;
 
 /// Edits a time, a date, or both, in the formats of the key/value table.
@@ -20,6 +22,9 @@ protected:
     QVariant editedValue() const override;
 
 private:
+    QDateTime editedMoment() const;
+
     nkMetadataTypes::ValueType m_type;
     QDateTimeEdit *m_box;
+    QDateTime m_shown;
 };

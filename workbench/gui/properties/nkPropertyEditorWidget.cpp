@@ -12,6 +12,7 @@
 
 #include <QApplication>
 #include <QFrame>
+#include <QHash>
 #include <QLabel>
 #include <QPointer>
 #include <QScrollArea>
@@ -49,10 +50,10 @@ QStringList sharedProperties(const Wrappers &objects)
     return shared;
 }
 
-int sharedValueType(const Wrappers &objects)
+// Values of several types are edited as text, which each object converts for itself.
+int typeToEdit(const SharedValue &valueType)
 {
-    const SharedValue type = SharedValue::of(objects, valueTypeProperty);
-    return type.differing ? int(nkMetadataTypes::String) : type.value.toInt();
+    return valueType.differing ? int(nkMetadataTypes::String) : valueType.value.toInt();
 }
 
 QString counted(int count, const char *one, const char *many)
@@ -207,14 +208,18 @@ void nkPropertyEditorWidget::Private::commitPending()
 void nkPropertyEditorWidget::Private::refresh()
 {
     const QStringList nowShared = sharedProperties(objects);
-    const int nowType = sharedValueType(objects);
+    QHash<QString, SharedValue> values;
+    for (const QString &property : nowShared) {
+        values.insert(property, SharedValue::of(objects, property));
+    }
+    const int nowType = typeToEdit(values.value(valueTypeProperty));
     if (nowShared != properties || nowType != valueType) {
         properties = nowShared;
         valueType = nowType;
         makeControls();
     }
     for (nkBaseControl *control : qAsConst(controls)) {
-        const SharedValue shared = SharedValue::of(objects, control->getProperty());
+        const SharedValue shared = values.value(control->getProperty());
         control->setValue(shared.value, shared.differing);
     }
     if (header) {

@@ -78,6 +78,9 @@ nkMetadataTreeView::nkMetadataTreeView(QWidget *parent) : QNKTreeView(parent)
     setContextMenuPolicy(Qt::CustomContextMenu);
     setDragDropMode(QAbstractItemView::DragDrop);
     setDefaultDropAction(Qt::CopyAction);
+    setDropIndicatorShown(true);
+    // Drops mean the row they fall on; there is no place between rows.
+    setDragDropOverwriteMode(true);
     setDragPixmap(nkIconCache::Metadata::getMetadataSetIconPixmap());
 }
 

@@ -1,10 +1,9 @@
 #include "ChangeLog.h"
 
+#include "IndexTable.h"
 #include "Store.h"
 
 #include <nkKernelServices/nkMetadataTypes.h>
-
-#include <QHash>
 
 namespace kernel {
 
@@ -232,18 +231,19 @@ void ChangeLog::exchange(Store &store, Change &change, ChangeEffects &effects)
 std::vector<PropertyNews> ChangeLog::propertyNews(const Store &store, int from, Slot firstNew) const
 {
     std::vector<PropertyNews> news;
-    QHash<Slot, size_t> places;
+    IndexTable places;
     for (size_t index = size_t(from); index < m_changes.size(); ++index) {
         const Change &change = m_changes[index];
         if (change.properties == 0 || change.first >= firstNew) {
             continue;
         }
-        const auto place = places.constFind(change.first);
-        if (place != places.cend()) {
-            news[*place].properties |= change.properties;
+        const quint64 id = store.idOf(change.first);
+        const quint32 place = places.find(mixedHash(id), [&](quint32 other) { return news[other].id == id; });
+        if (place != IndexTable::None) {
+            news[place].properties |= change.properties;
         } else {
-            places.insert(change.first, news.size());
-            news.push_back({store.idOf(change.first), change.properties});
+            news.push_back({id, change.properties});
+            places.insert(quint32(news.size() - 1), [&](quint32 other) { return mixedHash(news[other].id); });
         }
     }
     return news;

@@ -189,18 +189,21 @@ void ChangeScopes::announce(const Announcement &announcement)
 
 void ChangeScopes::announceProperties(const std::vector<PropertyNews> &news)
 {
-    if (news.empty()) {
-        return;
-    }
-    nkObjectService &service = nkObjectService::the();
     for (const PropertyNews &object : news) {
         for (const PropertyName &property : propertyNames()) {
-            // Asked each time: a listener may have deleted the object, or the whole scene.
-            const nkObjectType type = m_document.typeOf(object.id);
-            if ((object.properties & property.bit) != 0 && type != nkObjectType::Null) {
-                Q_EMIT service.propertyChanged(nkdObject(object.id, type), property.name);
+            if ((object.properties & property.bit) != 0) {
+                announceProperty(object.id, property.name);
             }
         }
+    }
+}
+
+void ChangeScopes::announceProperty(quint64 id, const QString &name)
+{
+    // Asked each time: a listener may have deleted the object, or the whole scene.
+    const nkObjectType type = m_document.typeOf(id);
+    if (type != nkObjectType::Null) {
+        Q_EMIT nkObjectService::the().propertyChanged(nkdObject(id, type), name);
     }
 }
 

@@ -92,6 +92,7 @@ private:
     Announcement pending(const Scope &scope) const;
     void announce(const Announcement &announcement);
     void announceProperties(const std::vector<PropertyNews> &news);
+    void announceProperty(quint64 id, const QString &name);
     void tellModified();
 
     // For commands: undo and redo through the stack.

@@ -21,8 +21,6 @@ QIcon IconCacheStore::icon(const QString &name, const QString &category)
     if (!known.isNull())
         return known;
     const QIcon made = nkIconManager::getIcon(name, category);
-    if (made.isNull())
-        return made;
     if (icons().isEmpty())
         qAddPostRoutine(&IconCacheStore::clear);
     icons().insert(key, made);

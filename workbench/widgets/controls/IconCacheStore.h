@@ -8,8 +8,8 @@
 /// changes and when the application ends: no picture outlives the application object.
 namespace IconCacheStore {
 
-/// The icon of that name from nkIconManager, made on the first call that finds one; a null icon is not kept,
-/// so asking before there is a source does no harm.
+/// The icon of that name from nkIconManager, made on the first call that finds one; after a null icon
+/// it asks again, so asking before there is a source does no harm.
 QIcon icon(const QString &name, const QString &category);
 
 void clear();

@@ -51,10 +51,11 @@ void setGamma(QNKColor &color, const QColor &screen)
     color.setGammaRGB(float(screen.redF()), float(screen.greenF()), float(screen.blueF()));
 }
 
+constexpr int longHexDigits = 6;
+
 /// "#rrggbb" or "#rgb", with or without the hash.
 QColor colorFromHex(QString text)
 {
-    text = text.trimmed();
     if (!text.startsWith(QLatin1Char('#')))
         text.prepend(QLatin1Char('#'));
     return text.size() == 4 || text.size() == 7 ? QColor(text) : QColor();
@@ -80,7 +81,7 @@ void QNKColorDialog::Private::makeFields()
     hex = new QLineEdit(q);
     hex->setAccessibleName(tr("Hexadecimal"));
     hex->setMinimumWidth(hex->fontMetrics().horizontalAdvance(QStringLiteral("#00000000")) + 12);
-    const QRegularExpression pattern(QStringLiteral("\\s*#?([0-9A-Fa-f]{3}|[0-9A-Fa-f]{6})\\s*"));
+    const QRegularExpression pattern(QStringLiteral("#?[0-9A-Fa-f]{0,6}"));
     hex->setValidator(new QRegularExpressionValidator(pattern, hex));
     recent = new RecentColors(q);
 }
@@ -110,11 +111,17 @@ void QNKColorDialog::Private::connectAll()
                 [this] { choose(QColor(red->value(), green->value(), blue->value())); });
     }
     connect(hex, &QLineEdit::textEdited, q, [this](const QString &text) {
+        // Three digits may be the first half of six, so the short form waits for the end.
         const QColor typed = colorFromHex(text);
-        if (typed.isValid())
+        if (typed.isValid() && text.size() >= longHexDigits)
             choose(typed);
     });
-    connect(hex, &QLineEdit::editingFinished, q, [this] { showColor(); });
+    connect(hex, &QLineEdit::editingFinished, q, [this] {
+        const QColor typed = colorFromHex(hex->text());
+        if (typed.isValid())
+            choose(typed);
+        hex->setText(color.getGammaQColor().name());
+    });
     connect(previousSwatch, &ColorSwatch::clicked, q, [this] { restore(); });
     connect(recent, &RecentColors::picked, q, [this](const QColor &picked) { choose(picked); });
 }

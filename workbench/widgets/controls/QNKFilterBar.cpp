@@ -9,51 +9,82 @@
 
 struct QNKFilterBar::Private
 {
+    QNKFilterBar *q = nullptr;
     SearchLineEdit *search = nullptr;
     QNKInlineButton *depth = nullptr;
     QNKInlineButton *types = nullptr;
     QNKTypeMenu *menu = nullptr;
     QAction *enabling = nullptr;
 
-    /// Shows on the button what the menu lets through.
-    void showTypes() const
-    {
-        QStringList ticked;
-        const auto actions = menu->actions();
-        for (const QAction *action : actions) {
-            if (action != enabling && action->isChecked())
-                ticked.append(QString(action->text()).replace(QLatin1String("&&"), QLatin1String("&")));
-        }
-        const bool filtering = enabling->isChecked() && !ticked.isEmpty();
-        const QString summary = ticked.join(QStringLiteral(", "));
-        types->setIcon(GlyphIcon::make(filtering ? GlyphIcon::Sign::FunnelActive : GlyphIcon::Sign::Funnel));
-        const QString shown = filtering ? summary : QNKFilterBar::tr("All");
-        // Beside the search, which needs the room, the button stays a sign.
-        types->setText(search->isHidden() ? shown : QString());
-        types->setAccessibleDescription(shown);
-    }
+    void makeSearch();
+    void makeTypes();
+    void connectAll();
+    /// Says on the button what the menu lets through.
+    void showTypes() const;
 };
+
+void QNKFilterBar::Private::makeSearch()
+{
+    search = new SearchLineEdit(q);
+    search->setPlaceholderText(tr("Search"));
+    depth = new QNKInlineButton(q);
+    depth->setIcon(GlyphIcon::make(GlyphIcon::Sign::Depth));
+    depth->setToolTip(tr("Search in all levels of the list"));
+    depth->setAccessibleName(tr("Search depth"));
+}
+
+void QNKFilterBar::Private::makeTypes()
+{
+    menu = new QNKTypeMenu(q);
+    enabling = menu->addAction(tr("Filter Enabled"));
+    enabling->setCheckable(true);
+    enabling->setChecked(true);
+    menu->addSeparator();
+    types = new QNKInlineButton(q);
+    types->setCheckable(false);
+    types->setTerminated(true);
+    types->setMenu(menu);
+    types->setPopupMode(QToolButton::InstantPopup);
+    types->setToolTip(tr("Choose what the list shows"));
+    types->setAccessibleName(tr("Filter"));
+}
+
+void QNKFilterBar::Private::connectAll()
+{
+    connect(search, &QLineEdit::textChanged, q, &QNKFilterBar::nameFilterChanged);
+    connect(depth, &QNKInlineButton::toggled, q, &QNKFilterBar::recursiveFilteringToggled);
+    connect(menu, &QNKTypeMenu::checkedTypesChanged, q, [this](const QList<int> &numbers) {
+        showTypes();
+        Q_EMIT q->typeFilterChanged(numbers);
+    });
+    connect(enabling, &QAction::toggled, q, [this](bool enabled) {
+        showTypes();
+        Q_EMIT q->typeFilteringToggled(enabled);
+    });
+}
+
+void QNKFilterBar::Private::showTypes() const
+{
+    QStringList ticked;
+    const auto actions = menu->actions();
+    for (const QAction *action : actions) {
+        if (action != enabling && action->isChecked())
+            ticked.append(action->text().replace(QLatin1String("&&"), QLatin1String("&")));
+    }
+    const bool filtering = enabling->isChecked() && !ticked.isEmpty();
+    const QString shown = filtering ? ticked.join(QStringLiteral(", ")) : tr("All");
+    types->setIcon(GlyphIcon::make(filtering ? GlyphIcon::Sign::FunnelActive : GlyphIcon::Sign::Funnel));
+    // Beside the search, which needs the room, the button stays a sign.
+    types->setText(search->isHidden() ? shown : QString());
+    types->setAccessibleDescription(shown);
+}
 
 QNKFilterBar::QNKFilterBar(QWidget *parent) : QWidget(parent), d(std::make_unique<Private>())
 {
-    d->search = new SearchLineEdit(this);
-    d->search->setPlaceholderText(tr("Search"));
-    d->depth = new QNKInlineButton(this);
-    d->depth->setIcon(GlyphIcon::make(GlyphIcon::Sign::Depth));
-    d->depth->setToolTip(tr("Search in all levels of the list"));
-    d->depth->setAccessibleName(tr("Search depth"));
-    d->menu = new QNKTypeMenu(this);
-    d->enabling = d->menu->addAction(tr("Filter Enabled"));
-    d->enabling->setCheckable(true);
-    d->enabling->setChecked(true);
-    d->menu->addSeparator();
-    d->types = new QNKInlineButton(this);
-    d->types->setCheckable(false);
-    d->types->setTerminated(true);
-    d->types->setMenu(d->menu);
-    d->types->setPopupMode(QToolButton::InstantPopup);
-    d->types->setToolTip(tr("Choose what the list shows"));
-    d->types->setAccessibleName(tr("Filter"));
+    d->q = this;
+    d->makeSearch();
+    d->makeTypes();
+    d->connectAll();
 
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
@@ -62,16 +93,6 @@ QNKFilterBar::QNKFilterBar(QWidget *parent) : QWidget(parent), d(std::make_uniqu
     row->addWidget(d->depth);
     row->addWidget(d->types);
 
-    connect(d->search, &QLineEdit::textChanged, this, &QNKFilterBar::nameFilterChanged);
-    connect(d->depth, &QNKInlineButton::toggled, this, &QNKFilterBar::recursiveFilteringToggled);
-    connect(d->menu, &QNKTypeMenu::checkedTypesChanged, this, [this](const QList<int> &numbers) {
-        d->showTypes();
-        Q_EMIT typeFilterChanged(numbers);
-    });
-    connect(d->enabling, &QAction::toggled, this, [this](bool enabled) {
-        d->showTypes();
-        Q_EMIT typeFilteringToggled(enabled);
-    });
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     setFocusProxy(d->search);
     d->showTypes();

@@ -1,5 +1,6 @@
 #include "nkQt4Ext/QNKVariantDelegate.h"
 
+#include "InlineFrame.h"
 #include "VariantEditor.h"
 #include "VariantElement.h"
 #include "nkQt4Ext/QNKComboBox.h"
@@ -94,6 +95,13 @@ void QNKVariantDelegate::setModelData(QWidget *editor, QAbstractItemModel *model
     const QVariant value = VariantEditor::likeValue(VariantEditor::content(editor), index.data(Qt::UserRole));
     if (value.isValid())
         model->setData(index, value, Qt::UserRole);
+}
+
+QSize QNKVariantDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const
+{
+    // A date or a spinner in a row as low as its text would be cut off.
+    const QSize hint = QStyledItemDelegate::sizeHint(option, index);
+    return option.widget ? hint.expandedTo(QSize(0, InlineFrame::fieldHeight(option.widget))) : hint;
 }
 
 void QNKVariantDelegate::updateEditorGeometry(QWidget *editor, const QStyleOptionViewItem &option,

@@ -105,7 +105,6 @@ void QNKVariantListWidget::Private::connectAll()
 
 void QNKVariantListWidget::Private::add(const QVariant &value)
 {
-    commitOpenEditor();
     auto *item = new VariantListItem(value);
     list->insertItem(list->currentRow() < 0 ? list->count() : list->currentRow() + 1, item);
     list->setCurrentItem(item);
@@ -245,19 +244,14 @@ bool QNKVariantListWidget::event(QEvent *event)
     return QWidget::event(event);
 }
 
-void QNKVariantListWidget::closeEvent(QCloseEvent *event)
-{
-    d->commitOpenEditor();
-    QWidget::closeEvent(event);
-}
-
 void QNKVariantListWidget::paintEvent(QPaintEvent *event)
 {
     QWidget::paintEvent(event);
     if (!isWindow())
         return;
     QPainter painter(this);
-    painter.setPen(palette().color(QPalette::Window).darker(140));
+    // Between the ground and its text, so that the edge is seen over a field in any palette.
+    painter.setPen(palette().color(QPalette::Disabled, QPalette::WindowText));
     painter.drawRect(rect().adjusted(0, 0, -1, -1));
 }
 

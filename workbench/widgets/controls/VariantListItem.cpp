@@ -2,28 +2,38 @@
 
 #include "VariantElement.h"
 
-VariantListItem::VariantListItem(const QVariant &value)
+namespace {
+
+/// Setting it is how the base announces a change of the item.
+constexpr int changesRole = Qt::UserRole + 1;
+
+} // namespace
+
+VariantListItem::VariantListItem(const QVariant &value) : m_value(value)
 {
     setFlags(Qt::ItemIsSelectable | Qt::ItemIsEnabled | Qt::ItemIsEditable | Qt::ItemIsDragEnabled
              | Qt::ItemNeverHasChildren);
-    QListWidgetItem::setData(Qt::UserRole, value);
 }
 
 QVariant VariantListItem::data(int role) const
 {
-    if (role == Qt::EditRole)
-        return QListWidgetItem::data(Qt::UserRole);
+    if (role == Qt::UserRole || role == Qt::EditRole)
+        return m_value;
     if (role == Qt::DisplayRole)
-        return VariantElement::text(QListWidgetItem::data(Qt::UserRole), QLocale::system());
+        return VariantElement::text(m_value, QLocale::system());
     return QListWidgetItem::data(role);
 }
 
 void VariantListItem::setData(int role, const QVariant &value)
 {
-    const bool holdsValue = role == Qt::UserRole || role == Qt::EditRole;
-    if (holdsValue && VariantElement::same(value, QListWidgetItem::data(Qt::UserRole)))
+    if (role != Qt::UserRole && role != Qt::EditRole) {
+        QListWidgetItem::setData(role, value);
         return;
-    QListWidgetItem::setData(holdsValue ? int(Qt::UserRole) : role, value);
+    }
+    if (VariantElement::same(value, m_value))
+        return;
+    m_value = value;
+    QListWidgetItem::setData(changesRole, ++m_changes);
 }
 
 QListWidgetItem *VariantListItem::clone() const

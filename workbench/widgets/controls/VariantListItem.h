@@ -12,4 +12,9 @@ public:
     /// Under Qt::UserRole and Qt::EditRole; the same value again is no change.
     void setData(int role, const QVariant &value) override;
     QListWidgetItem *clone() const override;
+
+private:
+    // Not among the base's data: the base takes "1" for the 1 it has and would drop the change.
+    QVariant m_value;
+    int m_changes = 0;
 };
