@@ -220,8 +220,8 @@ void nkMetadataEditorModule::connectHost()
     connect(&nkMetadataService::the(), &nkMetadataService::selectionChanged, m_upperTree,
             &nkMetadataTreeWidget::selectObjects);
     // The host must not find the trees changed inside the call in which it asks.
-    connect(&nkInternalUiService::the(), &nkInternalUiService::requestMetadataEditorSelectionModeInLowerTree, this,
-            [this] { QTimer::singleShot(0, this, &nkMetadataEditorModule::showLastSelection); });
+    connect(&nkInternalUiService::the(), &nkInternalUiService::requestMetadataEditorSelectionModeInLowerTree,
+            this, [this] { QTimer::singleShot(0, this, &nkMetadataEditorModule::showLastSelection); });
     connectEditorSelections();
 }
 

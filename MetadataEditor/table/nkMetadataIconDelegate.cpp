@@ -71,17 +71,25 @@ void nkMetadataIconDelegate::setModelData(QWidget *editor, QAbstractItemModel *m
     }
 }
 
-void nkMetadataIconDelegate::updateEditorGeometry(QWidget *editor, const QStyleOptionViewItem &,
+void nkMetadataIconDelegate::updateEditorGeometry(QWidget *editor, const QStyleOptionViewItem &option,
                                                   const QModelIndex &) const
 {
-    const QWidget *window = nkMainWindowService::the().getMainWindow();
-    if (!window || editor->isVisible()) {
+    if (editor->isVisible()) {
         return;
     }
-    editor->adjustSize();
-    const QRect frame = window->geometry();
-    editor->move(frame.x() + frame.width() / 2 - editor->width() / 2,
-                 frame.y() + frame.height() / 2 - editor->height() / 2);
+    // Made on its own, the dialog joins its view before it is shown: it stays above the view's window, ends
+    // with it, and the host finds it among the view's editors when it commits what is open.
+    const auto *view = qobject_cast<const QAbstractItemView *>(option.widget);
+    if (view && !editor->parentWidget()) {
+        editor->setParent(view->viewport(), editor->windowFlags());
+    }
+    const QWidget *window = nkMainWindowService::the().getMainWindow();
+    if (window) {
+        editor->adjustSize();
+        const QRect frame = window->geometry();
+        editor->move(frame.x() + frame.width() / 2 - editor->width() / 2,
+                     frame.y() + frame.height() / 2 - editor->height() / 2);
+    }
 }
 
 bool nkMetadataIconDelegate::eventFilter(QObject *object, QEvent *event)
@@ -171,8 +179,9 @@ const QCursor &nkMetadataIconDelegate::pickerCursor() const
     if (!m_pickerCursor) {
         const QPixmap picture = nkIconManager::renderPixmap(
             QString(QLatin1String(":/iconmanager/resources/Various/ColorPickerCursor.svg")), QSize(32, 32));
-        // The tip of the drawn pipette.
-        m_pickerCursor = std::make_unique<QCursor>(picture, 6, 26);
+        // The tip of the drawn pipette; a host without pictures gets a plain cursor.
+        m_pickerCursor = picture.isNull() ? std::make_unique<QCursor>(Qt::CrossCursor)
+                                          : std::make_unique<QCursor>(picture, 6, 26);
     }
     return *m_pickerCursor;
 }

@@ -8,7 +8,6 @@
 #include <nkQt4Ext/nkShortcut.h>
 
 #include <QAction>
-#include <QApplication>
 #include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QItemSelectionModel>
@@ -75,7 +74,10 @@ QShortcut *nkMetadataKeyValueTreeView::createShortcut(const QKeySequence &key, Q
     connect(shortcut, &QShortcut::activated, action, [this, action] {
         // Clipboard and locks change without telling the table.
         evaluateCurrent();
-        action->trigger();
+        // Qt triggers disabled actions too.
+        if (action->isEnabled()) {
+            action->trigger();
+        }
     });
     return shortcut;
 }
@@ -163,7 +165,7 @@ void nkMetadataKeyValueTreeView::closeEditor(QWidget *editor, QAbstractItemDeleg
     QNKTreeView::closeEditor(editor, hint);
     updateShortcuts();
     // A combo box gives its focus up to be closed; the keyboard stays in the table.
-    if (isActiveWindow() && !QApplication::focusWidget()) {
+    if (!window()->focusWidget()) {
         setFocus();
     }
     Q_EMIT editorClosed();

@@ -34,13 +34,13 @@ void nkMetadataModeWidget::createModeCombo()
     m_modeCombo->addItem(QIcon(), tr("Light Editor"));
     m_modeCombo->addItem(QIcon(), tr("Sceneplate Editor"));
     m_modeCombo->addItem(QIcon(), tr("All Objects"));
-    m_modeCombo->setToolTip(
-        tr("<html><head/><body><p>Choose list type:<br><br><b>Sets:</b><br>Lists all metadata sets existing in "
-           "the scene. The table displays always set entries no matter if selecting a set or its assigned "
-           "objects.<br><br><b>All Objects, Scenegraph, Materials, Lights, Cameras, Sceneplates, last selection "
-           "option:</b><br><br>Lists all objects of the scene where metadata sets and/or direct entries are "
-           "assigned. The table displays entries depending on the selection, set entries, object entries or all "
-           "assigned entries when selecting the object itself.</p></body></html>"));
+    m_modeCombo->setToolTip(tr(
+        "<html><head/><body><p>Choose list type:<br><br><b>Sets:</b><br>Lists all metadata sets existing in "
+        "the scene. The table displays always set entries no matter if selecting a set or its assigned "
+        "objects.<br><br><b>All Objects, Scenegraph, Materials, Lights, Cameras, Sceneplates, last selection "
+        "option:</b><br><br>Lists all objects of the scene where metadata sets and/or direct entries are "
+        "assigned. The table displays entries depending on the selection, set entries, object entries or all "
+        "assigned entries when selecting the object itself.</p></body></html>"));
     connect(m_modeCombo, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
             [this](int index) { setMode(TreeMode(index)); });
 }
@@ -52,9 +52,9 @@ void nkMetadataModeWidget::createLastSelectionButton()
     m_lastSelectionButton->setAccessibleName(tr("Last selection"));
     m_lastSelectionButton->setIcon(nkIconManager::getIcon(QStringLiteral("Arrow"), QString()));
     m_lastSelectionButton->setTerminated(true);
-    m_lastSelectionButton->setToolTip(
-        tr("Enables the \"last selection option\". Objects on which the last selection was executed in viewport "
-           "or other Modules are listed underneath."));
+    m_lastSelectionButton->setToolTip(tr(
+        "Enables the \"last selection option\". Objects on which the last selection was executed in viewport "
+        "or other Modules are listed underneath."));
     connect(m_lastSelectionButton, &QAbstractButton::toggled, this, [this](bool checked) {
         setMode(checked ? TreeMode::LastSelection : TreeMode(m_modeCombo->currentIndex()));
     });

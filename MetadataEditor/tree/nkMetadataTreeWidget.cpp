@@ -61,10 +61,10 @@ void nkMetadataTreeWidget::createFilterBar()
     m_filterBar->setSearchVisible(true, false);
     m_filterBar->setRecursiveFilterVisible(true);
     m_filterBar->setRecursiveFilteringEnabled(true);
-    m_filterBar->setNameFilterToolTip(
-        tr("The search simply searches for strings no matter of the chosen list type or hierarchy level of the "
-           "list entry.<br>If you want to just search for sets or objects only choose the list type accordingly "
-           "and disable the search depth icon."));
+    m_filterBar->setNameFilterToolTip(tr(
+        "The search simply searches for strings no matter of the chosen list type or hierarchy level of the "
+        "list entry.<br>If you want to just search for sets or objects only choose the list type accordingly "
+        "and disable the search depth icon."));
     m_stateFilter.setEnabled(m_filterBar->isTypeFilteringEnabled());
     m_stateFilter.setIntegers(m_filterBar->typeFilter());
     m_proxyModel = new QNKCustomFilterProxyModel(this);

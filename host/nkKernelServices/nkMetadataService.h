@@ -44,14 +44,15 @@ public:
     /// base itself where no shared set has it, else base followed by 2, 3, ...
     virtual QString getUniqueSetName(const QString &base) const = 0;
 
-    /// Replaces the set clipboard by copies of the sets as they are now. Not undoable.
+    /// Replaces the set clipboard by copies of the sets as they are now; where there are none to copy it stays
+    /// as it is. Not undoable.
     virtual void copySets(const QList<nkdMetadataSet> &sets) = 0;
     /// Creates the sets of the clipboard, names made unique, assigned to the targets (none: unassigned).
     /// metadataChanged(1 | 2 | 4, as each holds).
     virtual void pasteSets(const QList<nkdSceneObject> &targets) = 0;
     virtual bool hasNoCopiedSets() const = 0;
 
-    /// Replaces the entry clipboard. Not undoable.
+    /// Replaces the entry clipboard; where there are none to copy it stays as it is. Not undoable.
     virtual void copyEntries(const QList<nkdMetadataEntry> &entries) = 0;
     /// Handles to the clipboard's entries: copies that stand in no set (getSet is null) and do not change
     /// when their originals do. Empty when none were copied.

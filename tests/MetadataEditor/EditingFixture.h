@@ -27,7 +27,7 @@ public:
         add("time", nkMetadataTypes::Time, QTime(13, 45, 30));
         add("date", nkMetadataTypes::Date, QDate(2023, 3, 2));
         add("moment", nkMetadataTypes::DateTime, QDateTime(QDate(2023, 3, 2), QTime(15, 7, 9)));
-        add("list", nkMetadataTypes::List, QVariantList {QStringLiteral("a"), 1});
+        add("list", nkMetadataTypes::List, QVariantList{QStringLiteral("a"), 1});
         loader.addTag(id, QStringLiteral("tag"));
         const quint64 lockedId = loader.addSet(QStringLiteral("Locked"), QColor(), true);
         loader.addEntry(lockedId, QStringLiteral("fixed"), nkMetadataTypes::String, QStringLiteral("stays"));

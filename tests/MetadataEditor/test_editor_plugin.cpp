@@ -95,7 +95,8 @@ private:
     {
         window->show();
         QCoreApplication::processEvents();
-        auto *tree = window->findChild<nkMetadataTreeView *>();
+        const auto *upper = window->findChild<QWidget *>(QStringLiteral("m_upperTreeFrame"));
+        auto *tree = upper->findChild<nkMetadataTreeView *>();
         QNKTreeView *table = tableOf(window);
         QVERIFY(tree && table);
         tree->selectObjects({m_set});

@@ -113,7 +113,7 @@ private Q_SLOTS:
     void selections_elsewhere_reload_only_lists_of_the_last_selection()
     {
         m_editor->show();
-        auto *model = m_editor->window->findChild<nkMetadataTreeModel *>();
+        auto *model = m_editor->tree()->findChild<nkMetadataTreeModel *>();
         QSignalSpy reloads(model, &QNKItemModel::aboutToReload);
         nkLightService::the().setSelection({});
         WindowFixture::settle();

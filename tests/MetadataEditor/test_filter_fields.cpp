@@ -32,11 +32,16 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>("name");
         QTest::addColumn<QString>("toolTip");
-        QTest::newRow("0") << "StateFilter" << "Set a set state filter";
-        QTest::newRow("1") << "NameFilter" << "Set a set name filter";
-        QTest::newRow("2") << "KeyFilter" << "Set a key name filter";
-        QTest::newRow("3") << "ValueFilter" << "Set a value name filter";
-        QTest::newRow("4") << "TypeFilter" << "Set a data type filter";
+        QTest::newRow("0") << "StateFilter"
+                           << "Set a set state filter";
+        QTest::newRow("1") << "NameFilter"
+                           << "Set a set name filter";
+        QTest::newRow("2") << "KeyFilter"
+                           << "Set a key name filter";
+        QTest::newRow("3") << "ValueFilter"
+                           << "Set a value name filter";
+        QTest::newRow("4") << "TypeFilter"
+                           << "Set a data type filter";
     }
     void every_column_has_its_named_field()
     {
@@ -51,14 +56,14 @@ private Q_SLOTS:
     void states_are_offered_in_two_groups()
     {
         QCOMPARE(menuTexts<nkMetadataIconFilterBar>(),
-                 (QStringList {"Locked", "Unlocked", "-", "Asset", "Unassigned"}));
+                 (QStringList{"Locked", "Unlocked", "-", "Asset", "Unassigned"}));
     }
 
     void types_are_offered_in_one_group()
     {
         QCOMPARE(menuTexts<nkMetadataTypeFilterBar>(),
-                 (QStringList {"String", "Integer", "Float", "Boolean", "Time", "Date", "DateTime", "List",
-                               "Tag"}));
+                 (QStringList{"String", "Integer", "Float", "Boolean", "Time", "Date", "DateTime", "List",
+                              "Tag"}));
     }
 
     void bars_show_neither_search_nor_search_depth()
@@ -72,10 +77,10 @@ private Q_SLOTS:
     void typing_filters_the_table()
     {
         edit("KeyFilter")->setText(QStringLiteral("COU"));
-        QCOMPARE(m_editor->keys(), QStringList {"count"});
+        QCOMPARE(m_editor->keys(), QStringList{"count"});
         edit("KeyFilter")->clear();
         edit("ValueFilter")->setText(QStringLiteral("second"));
-        QCOMPARE(m_editor->keys(), QStringList {"name"});
+        QCOMPARE(m_editor->keys(), QStringList{"name"});
     }
 
     void a_search_that_is_switched_off_filters_nothing()
@@ -85,14 +90,14 @@ private Q_SLOTS:
         box->setSearchEnabled(false);
         QCOMPARE(m_editor->keys().size(), 4);
         box->setSearchEnabled(true);
-        QCOMPARE(m_editor->keys(), QStringList {"count"});
+        QCOMPARE(m_editor->keys(), QStringList{"count"});
     }
 
     void bars_filter_and_are_switched()
     {
         auto *types = qobject_cast<QNKFilterBar *>(field("TypeFilter"));
         types->setTypeFilter({8});
-        QCOMPARE(m_editor->keys(), QStringList {"checked"});
+        QCOMPARE(m_editor->keys(), QStringList{"checked"});
         types->setTypeFilteringEnabled(false);
         QCOMPARE(m_editor->keys().size(), 4);
         auto *states = qobject_cast<QNKFilterBar *>(field("StateFilter"));
@@ -219,14 +224,11 @@ private:
     }
     QWidget *field(const QString &name) const { return strip()->findChild<QWidget *>(name); }
     QWidget *field(const char *name) const { return field(QLatin1String(name)); }
-    QLineEdit *edit(const char *name) const
-    {
-        return qobject_cast<QNKSearchBox *>(field(name))->lineEdit();
-    }
+    QLineEdit *edit(const char *name) const { return qobject_cast<QNKSearchBox *>(field(name))->lineEdit(); }
 
     static int columnOf(const char *name)
     {
-        return QStringList {"StateFilter", "NameFilter", "KeyFilter", "ValueFilter", "TypeFilter"}.indexOf(
+        return QStringList{"StateFilter", "NameFilter", "KeyFilter", "ValueFilter", "TypeFilter"}.indexOf(
             QLatin1String(name));
     }
 

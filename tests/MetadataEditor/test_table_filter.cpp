@@ -48,7 +48,7 @@ private Q_SLOTS:
 
     void shows_everything_at_first()
     {
-        QCOMPARE(keys(), (QStringList {"name", "count", "checked", "name", "note", "weight", "own"}));
+        QCOMPARE(keys(), (QStringList{"name", "count", "checked", "name", "note", "weight", "own"}));
         QVERIFY(m_proxy->isTypeFilterEnabled());
         QVERIFY(m_proxy->typeFilter().isEmpty());
     }
@@ -57,13 +57,13 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>("filter");
         QTest::addColumn<QStringList>("left");
-        QTest::newRow("middle") << "AM" << QStringList {"name", "name"};
-        QTest::newRow("whole") << "weight" << QStringList {"weight"};
+        QTest::newRow("middle") << "AM" << QStringList{"name", "name"};
+        QTest::newRow("whole") << "weight" << QStringList{"weight"};
         QTest::newRow("blank between") << "a m" << QStringList();
         QTest::newRow("no wildcard") << "n*e" << QStringList();
         QTest::newRow("no expression") << "." << QStringList();
-        QTest::newRow("empty") << "" << QStringList {"name", "count", "checked", "name",
-                                                    "note", "weight", "own"};
+        QTest::newRow("empty") << ""
+                               << QStringList{"name", "count", "checked", "name", "note", "weight", "own"};
     }
     void texts_match_anywhere_in_either_case()
     {
@@ -76,13 +76,13 @@ private Q_SLOTS:
     void names_keys_and_values_narrow_each_other()
     {
         m_proxy->setNameFilter(QStringLiteral("ALPHA"));
-        QCOMPARE(keys(), (QStringList {"name", "count", "checked"}));
+        QCOMPARE(keys(), (QStringList{"name", "count", "checked"}));
         m_proxy->setValueFilter(QStringLiteral("7"));
-        QCOMPARE(keys(), QStringList {"count"});
+        QCOMPARE(keys(), QStringList{"count"});
         m_proxy->setKeyFilter(QStringLiteral("name"));
         QVERIFY(keys().isEmpty());
         m_proxy->setValueFilter(QString());
-        QCOMPARE(keys(), QStringList {"name"});
+        QCOMPARE(keys(), QStringList{"name"});
     }
 
     void values_match_as_they_are_shown()
@@ -91,7 +91,7 @@ private Q_SLOTS:
         day.setValue(QDate(2023, 3, 2));
         m_table->model->reload();
         m_proxy->setValueFilter(QStringLiteral("march"));
-        QCOMPARE(keys(), QStringList {"Key"});
+        QCOMPARE(keys(), QStringList{"Key"});
         m_proxy->setValueFilter(QStringLiteral("2023-03"));
         QVERIFY(keys().isEmpty());
     }
@@ -101,11 +101,11 @@ private Q_SLOTS:
         QTest::addColumn<QList<int>>("types");
         QTest::addColumn<QStringList>("left");
         // A tag's declared type is String.
-        QTest::newRow("tags") << QList<int> {8} << QStringList {"checked", "own"};
-        QTest::newRow("strings") << QList<int> {0} << QStringList {"name", "checked", "name", "note", "own"};
-        QTest::newRow("numbers") << QList<int> {1, 2} << QStringList {"count", "weight"};
-        QTest::newRow("none there") << QList<int> {7} << QStringList();
-        QTest::newRow("numbers and tags") << QList<int> {2, 8} << QStringList {"checked", "weight", "own"};
+        QTest::newRow("tags") << QList<int>{8} << QStringList{"checked", "own"};
+        QTest::newRow("strings") << QList<int>{0} << QStringList{"name", "checked", "name", "note", "own"};
+        QTest::newRow("numbers") << QList<int>{1, 2} << QStringList{"count", "weight"};
+        QTest::newRow("none there") << QList<int>{7} << QStringList();
+        QTest::newRow("numbers and tags") << QList<int>{2, 8} << QStringList{"checked", "weight", "own"};
     }
     void types_let_their_entries_through()
     {
@@ -123,7 +123,7 @@ private Q_SLOTS:
     void states_of_the_set_decide()
     {
         m_proxy->setStateFilter({nkMetadataFilterModel::Locked});
-        QCOMPARE(keys(), QStringList {"note"});
+        QCOMPARE(keys(), QStringList{"note"});
         m_proxy->setStateFilter({nkMetadataFilterModel::Unlocked, nkMetadataFilterModel::Unassigned});
         QVERIFY(keys().contains(QStringLiteral("name")));
         QVERIFY(!keys().contains(QStringLiteral("note")));
@@ -159,9 +159,9 @@ private Q_SLOTS:
 
     void colours_sort_by_hue_then_saturation_then_value()
     {
-        const QList<QColor> order {QColor(60, 60, 60),   QColor(200, 200, 200), QColor(255, 128, 128),
-                                   QColor(100, 0, 0),    QColor(255, 0, 0),     QColor(0, 255, 0),
-                                   QColor(0, 0, 255)};
+        const QList<QColor> order{QColor(60, 60, 60), QColor(200, 200, 200), QColor(255, 128, 128),
+                                  QColor(100, 0, 0),  QColor(255, 0, 0),     QColor(0, 255, 0),
+                                  QColor(0, 0, 255)};
         kernel::DocumentLoader loader(kernel::DocumentLoader::Mode::Add);
         QList<nkdMetadataSet> sets;
         for (int i = order.size() - 1; i >= 0; --i) {
@@ -171,9 +171,9 @@ private Q_SLOTS:
         loader.commit();
         m_table->show(sets);
         m_proxy->sort(IconColumn);
-        QCOMPARE(keys(), (QStringList {"0", "1", "2", "3", "4", "5", "6"}));
+        QCOMPARE(keys(), (QStringList{"0", "1", "2", "3", "4", "5", "6"}));
         m_proxy->sort(IconColumn, Qt::DescendingOrder);
-        QCOMPARE(keys(), (QStringList {"6", "5", "4", "3", "2", "1", "0"}));
+        QCOMPARE(keys(), (QStringList{"6", "5", "4", "3", "2", "1", "0"}));
     }
 
     void within_one_colour_names_and_keys_run_backwards()
@@ -189,7 +189,7 @@ private Q_SLOTS:
         loader.commit();
         m_table->show(sets);
         m_proxy->sort(IconColumn);
-        QCOMPARE(keys(), (QStringList {"Cz", "Cy", "Cx", "Bz", "By", "Bx", "Az", "Ay", "Ax"}));
+        QCOMPARE(keys(), (QStringList{"Cz", "Cy", "Cx", "Bz", "By", "Bx", "Az", "Ay", "Ax"}));
     }
 
     void other_columns_sort_in_natural_order()
@@ -202,7 +202,7 @@ private Q_SLOTS:
         loader.commit();
         m_table->show({set});
         m_proxy->sort(KeyColumn);
-        QCOMPARE(keys(), (QStringList {"Part 1", "part 9", "Part 10"}));
+        QCOMPARE(keys(), (QStringList{"Part 1", "part 9", "Part 10"}));
     }
 
     void follows_a_random_walk_as_brute_force_says()
@@ -230,7 +230,7 @@ private:
 
     void takeStep(QRandomGenerator &random)
     {
-        const QStringList texts {"", "a", "E", "me", "7", "zz", "Al"};
+        const QStringList texts{"", "a", "E", "me", "7", "zz", "Al"};
         const auto any = [&random](const QStringList &list) { return list.at(random.bounded(list.size())); };
         switch (random.bounded(9)) {
         case 0:
@@ -240,7 +240,7 @@ private:
         case 2:
             return m_proxy->setNameFilter(any(texts));
         case 3:
-            return m_proxy->setTypeFilter(QList<int> {random.bounded(9), random.bounded(9)});
+            return m_proxy->setTypeFilter(QList<int>{random.bounded(9), random.bounded(9)});
         case 4:
             return m_proxy->enableTypeFilter(random.bounded(2));
         case 5:
@@ -314,9 +314,9 @@ private:
             m_table->model->index(row, AssignmentColumn).data(EntryRole).value<nkdMetadataEntry>();
         const QList<int> types = m_proxy->typeFilter();
         const bool isOfType = types.isEmpty() || !m_proxy->isTypeFilterEnabled()
-            || types.contains(entry.getValueType()) || (types.contains(8) && entry.isTag());
+                              || types.contains(entry.getValueType()) || (types.contains(8) && entry.isTag());
         return isOfType && holds(AssignmentColumn, m_proxy->nameFilter())
-            && holds(KeyColumn, m_proxy->keyFilter()) && holds(ValueColumn, m_proxy->valueFilter());
+               && holds(KeyColumn, m_proxy->keyFilter()) && holds(ValueColumn, m_proxy->valueFilter());
     }
 
     bool isLess(int left, int right, int column) const

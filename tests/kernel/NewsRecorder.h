@@ -7,9 +7,8 @@
 #include <QObject>
 #include <QStringList>
 
-/// Writes down what the document announces, one line an announcement, in order: "metadata 3",
-/// "property 1000000004 value", "selection 2", "scene". Ids are told less the first one, so that lines are the
-/// same in every test: see name().
+/// Writes down what is announced, one line an announcement, in order: "metadata 3" (flags), "selection 2" (size),
+/// "scene", and "entry value" for the property of an object that name() has called "entry".
 class NewsRecorder : public QObject
 {
     Q_OBJECT

@@ -18,8 +18,8 @@ class TestScale : public QObject
     Q_OBJECT
 private Q_SLOTS:
     void init();
-    void aHundredThousandSetsOfOneName();
-    void aHundredThousandKeysOfOneName();
+    void manySetsOfOneName();
+    void manyKeysOfOneName();
     void removingEntriesOneByOne();
     void assigningManySetsToManyObjects();
     void manyChangesInOneScope();
@@ -32,7 +32,7 @@ private:
 
 namespace {
 
-constexpr int Many = 100000;
+constexpr int Many = 40000;
 
 } // namespace
 
@@ -41,7 +41,7 @@ void TestScale::init()
     QVERIFY(m_document.clear());
 }
 
-void TestScale::aHundredThousandSetsOfOneName()
+void TestScale::manySetsOfOneName()
 {
     {
         const nkScopedUndo scope(true);
@@ -56,7 +56,7 @@ void TestScale::aHundredThousandSetsOfOneName()
     QCOMPARE(m_service.getUniqueSetName(QString()), QStringLiteral("MetadataSet%1").arg(Many + 1));
 }
 
-void TestScale::aHundredThousandKeysOfOneName()
+void TestScale::manyKeysOfOneName()
 {
     nkdMetadataSet set = m_service.createSet(QString(), {});
     {
@@ -91,7 +91,7 @@ void TestScale::removingEntriesOneByOne()
 
 void TestScale::assigningManySetsToManyObjects()
 {
-    constexpr int objectCount = 5000;
+    constexpr int objectCount = 2000;
     DocumentLoader loader;
     QList<nkdObject> objects;
     QList<nkdMetadataSet> sets;

@@ -15,10 +15,15 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QStatusBar>
+#include <QTextStream>
+
+#include <cstdio>
 
 namespace {
 
-/// The level of nkLogService::reported that is a failure to show.
+// The levels of nkLogService::reported that a person has to see.
+constexpr int warningLevel = 1;
 constexpr int errorLevel = 2;
 
 /// Oddities of a file that are named one by one in the log; the others are counted.
@@ -122,6 +127,9 @@ void Workbench::showReport(int level, const QString &title, const QString &text)
 {
     if (level == errorLevel) {
         m_window->showError(title, text);
+    } else if (level == warningLevel) {
+        m_window->statusBar()->showMessage(QStringLiteral("%1: %2").arg(title, text));
+        QTextStream(stderr) << "workbench: " << title << ": " << text << '\n';
     }
 }
 

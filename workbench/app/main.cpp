@@ -4,6 +4,7 @@
 #include "Workbench.h"
 
 #include <QApplication>
+#include <QLoggingCategory>
 #include <QTextStream>
 
 #include <cstdio>
@@ -19,6 +20,14 @@ int fail(const QString &error)
 {
     say(stderr, QStringLiteral("workbench: %1").arg(error));
     return 1;
+}
+
+/// Qt's platform for processes without a display says on every start what it cannot do; nobody needs it.
+void sayWithoutPlatformNoise(QtMsgType type, const QMessageLogContext &context, const QString &text)
+{
+    if (!text.startsWith(QLatin1String("This plugin does not support "))) {
+        fprintf(stderr, "%s\n", qPrintable(qFormatLogMessage(type, context, text)));
+    }
 }
 
 int runForPicture(Workbench &workbench, const QString &path)
@@ -40,6 +49,9 @@ int main(int argc, char **argv)
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     QApplication application(argc, argv);
+    qInstallMessageHandler(sayWithoutPlatformNoise);
+    // The log keeps what it is told; on the terminal stands only what a person has to see.
+    QLoggingCategory::setFilterRules(QStringLiteral("workbench.info=false"));
     QCoreApplication::setOrganizationName(QStringLiteral("MetadataEditor"));
     QCoreApplication::setApplicationName(QStringLiteral("workbench"));
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Workbench"));

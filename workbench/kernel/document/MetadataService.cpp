@@ -74,7 +74,9 @@ void MetadataService::copySets(const QList<nkdMetadataSet> &sets)
     for (const Slot set : slots) {
         copies.push_back(copyOfSet(m_document.store(), set));
     }
-    m_document.clipboard().setSets(std::move(copies));
+    if (!copies.empty()) {
+        m_document.clipboard().setSets(std::move(copies));
+    }
 }
 
 void MetadataService::pasteSets(const QList<nkdSceneObject> &targets)
@@ -89,7 +91,10 @@ bool MetadataService::hasNoCopiedSets() const
 
 void MetadataService::copyEntries(const QList<nkdMetadataEntry> &entries)
 {
-    m_document.clipboard().setEntries(copiesOf(m_document, entries));
+    std::vector<EntryCopy> copies = copiesOf(m_document, entries);
+    if (!copies.empty()) {
+        m_document.clipboard().setEntries(std::move(copies));
+    }
 }
 
 QList<nkdMetadataEntry> MetadataService::getClipboardEntries() const

@@ -29,16 +29,6 @@ public:
         return m_size++;
     }
 
-    /// Gives back every record from index size on.
-    void truncate(quint32 size)
-    {
-        for (quint32 index = size; index < m_size; ++index) {
-            (*this)[index] = Record();
-        }
-        m_size = qMin(size, m_size);
-        m_chunks.resize((m_size + ChunkMask) >> ChunkBits);
-    }
-
 private:
     static constexpr quint32 ChunkBits = 10;
     static constexpr quint32 ChunkMask = (1u << ChunkBits) - 1;

@@ -23,6 +23,12 @@ QLatin1String levelName(LogService::Level level)
     return QLatin1String("error");
 }
 
+/// A text of its own: a literal of a plug-in is gone when the plug-in is unloaded, and the log stays.
+QString onTheHeap(const QString &text)
+{
+    return QString(text.constData(), text.size());
+}
+
 /// Names and values come from files: a line break or an escape sequence in one must neither forge a second
 /// line nor reach the terminal.
 QString oneLine(QString text)
@@ -67,7 +73,7 @@ void LogService::clear()
 void LogService::report(Level level, const QString &title, const QString &text)
 {
     // Copies: the caller's texts may be lines of this log, and a listener may report again.
-    const LogLine line{QDateTime::currentDateTime(), level, title, text};
+    const LogLine line{QDateTime::currentDateTime(), level, onTheHeap(title), onTheHeap(text)};
     m_lines.push_back(line);
     if (m_lines.size() > size_t(capacity)) {
         m_lines.pop_front();

@@ -5,8 +5,8 @@
 #include <QWidget>
 
 /// The square of a hue: saturation grows to the right, value upwards. The arrow keys move the mark by a
-/// hundredth, with Shift by a tenth; Page Up and Page Down move the value by a tenth, Home and End go to no and
-/// to full saturation.
+/// hundredth, with Shift by a tenth; Page Up and Page Down move the value by a tenth, Home and End go to no
+/// and to full saturation.
 class ColorField : public QWidget
 {
     Q_OBJECT

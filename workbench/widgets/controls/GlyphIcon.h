@@ -2,8 +2,8 @@
 
 #include <QIcon>
 
-/// The small signs on the controls' own buttons. They are drawn, not loaded: in the colour of the palette that
-/// is in force when they are painted, and sharp at every scale.
+/// The small signs on the controls' own buttons. They are drawn, not loaded: in the colour of the palette
+/// that is in force when they are painted, and sharp at every scale.
 namespace GlyphIcon {
 
 enum class Sign {

@@ -2,8 +2,8 @@
 
 #include <QWidget>
 
-/// The strip of all hues, from red at the bottom through green and blue to red at the top. The arrow keys move by
-/// a degree, Page Up and Page Down by ten; Home and End go to the ends.
+/// The strip of all hues, from red at the bottom through green and blue to red at the top. The arrow keys
+/// move by a degree, Page Up and Page Down by ten; Home and End go to the ends.
 class HueStrip : public QWidget
 {
     Q_OBJECT

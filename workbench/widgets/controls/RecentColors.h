@@ -6,8 +6,8 @@
 
 class ColorSwatch;
 
-/// The colours that were chosen last, the newest first, to choose them again. They are kept as long as the process
-/// runs and shared by all colour dialogs.
+/// The colours that were chosen last, the newest first, to choose them again. They are kept as long as the
+/// process runs and shared by all colour dialogs.
 class RecentColors : public QWidget
 {
     Q_OBJECT

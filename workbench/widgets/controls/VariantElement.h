@@ -11,7 +11,8 @@ namespace VariantElement {
 /// names, the elements of a list joined by ", ". Line breaks and other control characters become blanks.
 QString text(const QVariant &value, const QLocale &locale);
 
-/// The same type and the same value. QVariant's own comparison converts ("1" equals 1) and finds no NaN equal.
+/// The same type and the same value. QVariant's own comparison converts ("1" equals 1) and finds no NaN
+/// equal.
 bool same(const QVariant &left, const QVariant &right);
 
 /// A type of element that can be added.
