@@ -4,13 +4,13 @@
 #include "actions/nkMetadataActionsHandler.h"
 #include "tree/nkMetadataTreeWidget.h"
 
+#include <SceneFixture.h>
 #include <kernel/document/Document.h>
 #include <kernel/document/DocumentLoader.h>
 #include <nkKernelServices/nkMetadataService.h>
 #include <nkKernelServices/nkdMaterialGroupNode.h>
 #include <nkKernelServices/nkdMetadata.h>
 #include <nkKernelServicesGUI/nkMetadataTreeView.h>
-#include <SceneFixture.h>
 
 #include "../kernel_property/SceneSnapshot.h"
 
@@ -33,6 +33,8 @@ class ActionsFixture
 public:
     ActionsFixture()
     {
+        // Clipboards too.
+        SceneFixture::reset();
         fill();
         actions = new nkMetadataActions(&window);
         auto *area = new QWidget;

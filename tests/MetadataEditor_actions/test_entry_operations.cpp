@@ -76,9 +76,10 @@ private Q_SLOTS:
     void says_created_after_the_host_announced_it()
     {
         QStringList events;
-        connect(&nkMetadataService::the(), &nkMetadataService::metadataChanged, this,
+        const QObject listener;
+        connect(&nkMetadataService::the(), &nkMetadataService::metadataChanged, &listener,
                 [&events] { events.append(QStringLiteral("changed")); });
-        connect(f().handler(), &nkMetadataActionsHandler::entryCreated, this,
+        connect(f().handler(), &nkMetadataActionsHandler::entryCreated, &listener,
                 [&events] { events.append(QStringLiteral("created")); });
         f().select({f().alpha});
         a().createIntegerEntryAction()->trigger();

@@ -52,7 +52,8 @@ private Q_SLOTS:
     {
         f().select({});
         bool scopeOpen = true;
-        connect(f().handler(), &nkMetadataActionsHandler::setCreated, this,
+        const QObject listener;
+        connect(f().handler(), &nkMetadataActionsHandler::setCreated, &listener,
                 [&scopeOpen] { scopeOpen = kernel::Document::the().isScopeOpen(); });
         a().createSetAction()->trigger();
         QVERIFY(!scopeOpen);
