@@ -2,6 +2,7 @@
 
 #include "table/nkMetadataIconFilterBar.h"
 #include "tree/nkMetadataModeWidget.h"
+#include "tree/nkMetadataTreeCommands.h"
 #include "tree/nkMetadataTreeSelection.h"
 
 #include <nkKernelServices/nkMetadataService.h>
@@ -41,6 +42,7 @@ nkMetadataTreeWidget::nkMetadataTreeWidget(QWidget *parent) : QWidget(parent)
     connectView();
     connectFilterBar();
     layOut();
+    new nkMetadataTreeCommands(this, m_treeModel);
 }
 
 nkMetadataTreeWidget::~nkMetadataTreeWidget() = default;
