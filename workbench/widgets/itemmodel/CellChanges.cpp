@@ -19,13 +19,15 @@ bool sameReal(double left, double right)
 /// Element by element: QVariant's own comparison of lists converts ("1" equals 1).
 bool sameList(const QVariantList &left, const QVariantList &right)
 {
-    return left.size() == right.size() && std::equal(left.begin(), left.end(), right.begin(), isSameCellValue);
+    return left.size() == right.size()
+           && std::equal(left.begin(), left.end(), right.begin(), isSameCellValue);
 }
 
 /// QDateTime's own comparison is of moments, whatever their time zones.
 bool sameDateTime(const QDateTime &left, const QDateTime &right)
 {
-    return left == right && left.timeSpec() == right.timeSpec() && left.offsetFromUtc() == right.offsetFromUtc();
+    return left == right && left.timeSpec() == right.timeSpec()
+           && left.offsetFromUtc() == right.offsetFromUtc();
 }
 
 void insertRole(QVector<int> &roles, int role)
