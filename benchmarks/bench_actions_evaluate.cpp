@@ -50,14 +50,15 @@ QList<nkdObject> loadObjects(qint64 objects)
 /// What any evaluation has to do at the least: look at every selected handle, as a set and as an object.
 void passOverHandles()
 {
-    static volatile int seen = 0;
-    int sets = 0;
+    int members = 0;
     const QList<nkdObject> selection = nkMetadataService::the().getSelection();
     for (const nkdObject &object : selection) {
-        sets += object.isTypeOf(nkdMetadataSet::staticMetaObject)
-                || object.isTypeOf(nkdSceneObject::staticMetaObject);
+        members += object.isTypeOf(nkdMetadataSet::staticMetaObject)
+                   || object.isTypeOf(nkdSceneObject::staticMetaObject);
     }
-    seen = sets;
+    if (members != selection.size()) {
+        qFatal("What is selected is neither set nor object");
+    }
 }
 
 Comparison evaluation(const QList<nkdObject> &selection)
