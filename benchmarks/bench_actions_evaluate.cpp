@@ -15,7 +15,7 @@ namespace {
 
 constexpr int AssignmentsPerSet = 100;
 
-/// Sets, each on a hundred objects.
+/// Sets of one entry, each on a hundred objects.
 QList<nkdObject> loadSets(qint64 sets)
 {
     kernel::DocumentLoader loader;
@@ -26,6 +26,7 @@ QList<nkdObject> loadSets(qint64 sets)
     QList<nkdObject> selection;
     for (qint64 i = 0; i < sets; ++i) {
         const quint64 set = loader.addSet(QStringLiteral("Set %1").arg(i));
+        loader.addEntry(set, QStringLiteral("key"), nkMetadataTypes::Integer, int(i));
         for (const quint64 carrier : qAsConst(carriers)) {
             loader.assign(set, carrier);
         }

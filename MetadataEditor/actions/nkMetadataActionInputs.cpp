@@ -93,12 +93,16 @@ void nkMetadataActionInputs::foldSet(const nkdMetadataSet &set)
 
 void nkMetadataActionInputs::foldLock(const nkdMetadataSet &set)
 {
-    const bool isKnown = setsSelected > 1 && lockedSetSelected && unlockedSetSelected;
-    if (isKnown || set.isObjectSet()) {
+    const bool isAllKnown = setsSelected > 1 && lockedSetSelected && unlockedSetSelected;
+    if (isAllKnown) {
         return;
     }
-    setsSelected = qMin(setsSelected + 1, 2);
-    (set.isLocked() ? lockedSetSelected : unlockedSetSelected) = true;
+    bool &lockState = set.isLocked() ? lockedSetSelected : unlockedSetSelected;
+    const bool isNews = setsSelected < 2 || !lockState;
+    if (isNews && !set.isObjectSet()) {
+        setsSelected = qMin(setsSelected + 1, 2);
+        lockState = true;
+    }
 }
 
 void nkMetadataActionInputs::foldAsset(const nkdMetadataSet &set)

@@ -143,6 +143,17 @@ private Q_SLOTS:
         QVERIFY(!inputs.hasKind(nkObjectType::Light));
     }
 
+    void object_sets_hide_no_lock_of_a_later_set()
+    {
+        nkdMetadataSet own = f().ownSet(f().chair);
+        own.setLocked(true);
+        f().select({f().alpha, f().gamma, own});
+        QVERIFY(!nkMetadataActionInputs::gather(true).lockedSetSelected);
+        f().beta.setLocked(true);
+        f().select({f().alpha, f().gamma, own, f().beta});
+        QVERIFY(nkMetadataActionInputs::gather(true).lockedSetSelected);
+    }
+
     void empty_sets_have_no_entries_to_delete()
     {
         f().select({f().gamma});
