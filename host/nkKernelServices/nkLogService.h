@@ -2,8 +2,8 @@
 
 #include "nkKernelServicesExport.h"
 
-#include <QString>
 #include <QObject>
+#include <QString>
 
 /// Where failures are told.
 class NK_KERNEL_SERVICES_EXPORT nkLogService : public QObject

@@ -3,8 +3,8 @@
 #include "nkKernelServicesExport.h"
 
 #include <QIcon>
-#include <QString>
 #include <QObject>
+#include <QString>
 
 class QWidget;
 

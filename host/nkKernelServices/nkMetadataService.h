@@ -38,7 +38,8 @@ public:
     /// Assigns every set to every object that does not carry it yet. metadataChanged(4).
     virtual void assignSets(const QList<nkdObject> &objects, const QList<nkdMetadataSet> &sets) = 0;
     /// Unassigns every given set from every given object. metadataChanged(4).
-    virtual void removeAssignments(const QList<nkdMetadataSet> &sets, const QList<nkdSceneObject> &objects) = 0;
+    virtual void removeAssignments(const QList<nkdMetadataSet> &sets,
+                                   const QList<nkdSceneObject> &objects) = 0;
     /// Every shared set of the scene in order of creation; no object sets.
     virtual QList<nkdMetadataSet> getAllSets() const = 0;
     /// base itself where no shared set has it, else base followed by 2, 3, ...

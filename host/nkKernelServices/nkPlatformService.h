@@ -2,8 +2,8 @@
 
 #include "nkKernelServicesExport.h"
 
-#include <QString>
 #include <QObject>
+#include <QString>
 
 /// The platform the host runs on.
 class NK_KERNEL_SERVICES_EXPORT nkPlatformService : public QObject

@@ -2,9 +2,9 @@
 
 #include "nkKernelServicesExport.h"
 
+#include <QObject>
 #include <QString>
 #include <QStringList>
-#include <QObject>
 
 /// The store of preference values, kept in the user's configuration folder.
 class NK_KERNEL_SERVICES_EXPORT nkPreferencesService : public QObject

@@ -4,8 +4,8 @@
 #include "nkdMetadataSet.h"
 
 #include <QList>
-#include <QString>
 #include <QObject>
+#include <QString>
 
 /// Metadata search in the background.
 ///

@@ -13,8 +13,7 @@ public:
     /// @param detail a further text kept beside the title; empty where there is none
     nkUndoString(const QString &title, const QString &category, const QString &detail)
         : m_title(title), m_category(category), m_detail(detail)
-    {
-    }
+    {}
 
     /// The title alone: what the undo menu shows.
     QString text() const { return m_title; }

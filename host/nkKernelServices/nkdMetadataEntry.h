@@ -27,8 +27,7 @@ public:
     /// A handle from a bare entry id; not checked.
     explicit nkdMetadataEntry(quint64 entryId)
         : nkdObject(entryId, entryId ? nkObjectType::MetadataEntry : nkObjectType::Null)
-    {
-    }
+    {}
     nkdMetadataEntry(const nkdMetadataEntry &other) = default;
     nkdMetadataEntry &operator=(const nkdMetadataEntry &other) = default;
     ~nkdMetadataEntry() override;

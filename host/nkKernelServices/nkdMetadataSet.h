@@ -28,8 +28,7 @@ public:
     /// A handle from a bare set id; not checked.
     explicit nkdMetadataSet(quint64 setId)
         : nkdObject(setId, setId ? nkObjectType::MetadataSet : nkObjectType::Null)
-    {
-    }
+    {}
     nkdMetadataSet(const nkdMetadataSet &other) = default;
     nkdMetadataSet &operator=(const nkdMetadataSet &other) = default;
     ~nkdMetadataSet() override;

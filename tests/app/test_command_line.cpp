@@ -30,13 +30,15 @@ void TestCommandLine::nothingMeansTheSampleScene()
 
 void TestCommandLine::aFileBecomesAbsolute()
 {
-    QCOMPARE(parse({QStringLiteral("a b.glb")}).file, QDir::current().absoluteFilePath(QStringLiteral("a b.glb")));
+    QCOMPARE(parse({QStringLiteral("a b.glb")}).file,
+             QDir::current().absoluteFilePath(QStringLiteral("a b.glb")));
     QCOMPARE(parse({QStringLiteral("/x/a.glb")}).file, QStringLiteral("/x/a.glb"));
 }
 
 void TestCommandLine::aPictureAndAFile()
 {
-    const CommandLine line = parse({QStringLiteral("--screenshot"), QStringLiteral("o.png"), QStringLiteral("/a.glb")});
+    const CommandLine line = parse(
+        {QStringLiteral("--screenshot"), QStringLiteral("o.png"), QStringLiteral("/a.glb")});
     QCOMPARE(line.screenshot, QStringLiteral("o.png"));
     QCOMPARE(line.file, QStringLiteral("/a.glb"));
 }

@@ -33,7 +33,7 @@ private:
     {
         QFile file(m_directory.filePath(name));
         return file.open(QIODevice::WriteOnly) && file.write(content) == content.size() ? file.fileName()
-                                                                                         : QString();
+                                                                                        : QString();
     }
     QTemporaryDir m_directory;
 };
@@ -68,7 +68,8 @@ void TestStart::aFileThatIsMissingOrNoSceneIsOneLine_data()
     QTest::newRow("a folder") << m_directory.path();
     QTest::newRow("empty") << write(QStringLiteral("empty.gltf"), QByteArray());
     QTest::newRow("words") << write(QStringLiteral("words.gltf"), "This is no scene.");
-    QTest::newRow("header alone") << write(QStringLiteral("header.glb"), QByteArray("glTF\2\0\0\0\14\0\0\0", 12));
+    QTest::newRow("header alone") << write(QStringLiteral("header.glb"),
+                                           QByteArray("glTF\2\0\0\0\14\0\0\0", 12));
     QTest::newRow("another format") << write(QStringLiteral("picture.png"), "\x89PNG\r\n");
 }
 
@@ -86,7 +87,8 @@ void TestStart::aFileThatIsMissingOrNoSceneIsOneLine()
 
 void TestStart::aPictureThatCannotBeWrittenIsOneLine()
 {
-    const Outcome outcome = run({QStringLiteral("--screenshot"), QStringLiteral("/no/such/folder/picture.png")});
+    const Outcome outcome = run(
+        {QStringLiteral("--screenshot"), QStringLiteral("/no/such/folder/picture.png")});
     QCOMPARE(outcome.status, 1);
     QCOMPARE(outcome.errors.count(QLatin1Char('\n')), 1);
 }

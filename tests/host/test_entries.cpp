@@ -72,8 +72,9 @@ void TestEntries::newEntriesHoldTheDefaultOfTheirType()
     QCOMPARE(int(entry.getValueType()), type);
     QCOMPARE(entry.getValue().userType(), stored);
     if (type < 4) {
-        QCOMPARE(entry.getValue().toString(), (QStringList{QString(), QStringLiteral("0"), QStringLiteral("0"),
-                                                           QStringLiteral("false")}[type]));
+        QCOMPARE(entry.getValue().toString(),
+                 (QStringList{QString(), QStringLiteral("0"), QStringLiteral("0"),
+                              QStringLiteral("false")}[type]));
     }
     QVERIFY(entry.getSet() == m_set);
 }
@@ -131,8 +132,8 @@ void TestEntries::setValueConvertsToTheDeclaredType_data()
     QTest::newRow("text to boolean") << 3 << QVariant(QStringLiteral("true")) << QVariant(true);
     QTest::newRow("text to time") << 4 << QVariant(QStringLiteral("13:45:30")) << QVariant(time);
     QTest::newRow("text to date") << 5 << QVariant(QStringLiteral("2023-03-02")) << QVariant(date);
-    QTest::newRow("text to date and time") << 6 << QVariant(QStringLiteral("2023-03-02T13:45:30"))
-                                           << QVariant(QDateTime(date, time));
+    QTest::newRow("text to date and time")
+        << 6 << QVariant(QStringLiteral("2023-03-02T13:45:30")) << QVariant(QDateTime(date, time));
     QTest::newRow("texts to list") << 7 << QVariant(QStringList{QStringLiteral("a"), QStringLiteral("b")})
                                    << QVariant(QVariantList{QStringLiteral("a"), QStringLiteral("b")});
 }

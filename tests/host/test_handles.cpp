@@ -6,8 +6,8 @@
 #include <nkKernelServices/nkdCameraBaseNode.h>
 
 #include <QJsonObject>
-#include <QUndoStack>
 #include <QSet>
+#include <QUndoStack>
 
 /// Handles: ids, kinds, null and dead ones.
 class TestHandles : public QObject

@@ -66,10 +66,10 @@ void TestListOperations::eachIsOneStepAndOneAnnouncement_data()
     row("duplicateSets", 7, [&service, this] { service.duplicateSets({m_first, m_second}); });
     row("pasteSets", 7, [&service, this] { service.pasteSets(m_nodes); });
     row("pasteEntries", 2, [&service, this] { service.pasteEntries({m_first, m_second}); });
-    row("assignSets", 4,
-        [&service, this] { service.assignSets(nkToObjects(m_nodes), {m_first, m_second}); });
-    row("removeAssignments", 4,
-        [&service, this] { service.removeAssignments({m_first, m_second}, m_nodes); });
+    row("assignSets", 4, [&service, this] { service.assignSets(nkToObjects(m_nodes), {m_first, m_second}); });
+    row("removeAssignments", 4, [&service, this] {
+        service.removeAssignments({m_first, m_second}, m_nodes);
+    });
     row("clear", 2, [this] { m_first.getEntries().clear(); });
     row("append", 2, [this] { m_second.getEntries().append(m_first.getEntries()); });
 }

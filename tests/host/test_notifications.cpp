@@ -161,9 +161,9 @@ void TestNotifications::propertyNamesAreTheContracts()
     }
     names.removeDuplicates();
     names.sort();
-    QCOMPARE(names, (QStringList{QStringLiteral("color"), QStringLiteral("key"), QStringLiteral("locked"),
-                                 QStringLiteral("name"), QStringLiteral("value"),
-                                 QStringLiteral("valueType")}));
+    QCOMPARE(names,
+             (QStringList{QStringLiteral("color"), QStringLiteral("key"), QStringLiteral("locked"),
+                          QStringLiteral("name"), QStringLiteral("value"), QStringLiteral("valueType")}));
 }
 
 void TestNotifications::undoAndRedoAnnounceLikeTheChange()
@@ -185,12 +185,13 @@ void TestNotifications::aWriteFromInsideAnAnnouncementIsAnnouncedToo()
     QObject context;
     bool written = false;
     nkdMetadataSet set = m_set;
-    connect(&nkMetadataService::the(), &nkMetadataService::metadataChanged, &context, [&written, set]() mutable {
-        if (!written) {
-            written = true;
-            set.createEntry(nkMetadataTypes::String);
-        }
-    });
+    connect(&nkMetadataService::the(), &nkMetadataService::metadataChanged, &context,
+            [&written, set]() mutable {
+                if (!written) {
+                    written = true;
+                    set.createEntry(nkMetadataTypes::String);
+                }
+            });
     m_set.setName(QStringLiteral("t"));
     QVERIFY(written);
     QCOMPARE(m_set.getEntries().size(), 1);

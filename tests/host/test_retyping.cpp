@@ -45,7 +45,8 @@ void TestRetyping::keepsWhatCanBeKept_data()
                                   << QVariant(QStringLiteral("a, 1"));
     QTest::newRow("words to integer: default") << 0 << QVariant(QStringLiteral("many")) << 1 << QVariant(0);
     QTest::newRow("too large: default") << 2 << QVariant(1e300) << 1 << QVariant(0);
-    QTest::newRow("words to boolean: default") << 0 << QVariant(QStringLiteral("maybe")) << 3 << QVariant(false);
+    QTest::newRow("words to boolean: default")
+        << 0 << QVariant(QStringLiteral("maybe")) << 3 << QVariant(false);
 }
 
 void TestRetyping::keepsWhatCanBeKept()

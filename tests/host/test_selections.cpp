@@ -178,8 +178,7 @@ void TestSelections::materialSelectionsTellTheirFlags()
 void TestSelections::materialEntriesTellMaterialsFromGroups()
 {
     const nkdMaterial material = SceneFixture::material(QStringLiteral("m"));
-    const nkdMaterialGroupNode group(
-        SceneFixture::object(nkObjectType::MaterialGroup, QStringLiteral("g")));
+    const nkdMaterialGroupNode group(SceneFixture::object(nkObjectType::MaterialGroup, QStringLiteral("g")));
     nkMaterialService::the().setSelection({group, material}, true, false);
     const QList<nkMaterialEntryId> entries = nkMaterialService::the().getSelectedMaterials();
     QCOMPARE(entries.at(0).getEntryType(), nkMaterialEntryId::Group);
@@ -197,8 +196,7 @@ void TestSelections::servicesEnumerateTheScene()
     const nkdNode child = SceneFixture::node(QStringLiteral("child"), root.getObjectId());
     const nkdNode camera = SceneFixture::camera(QStringLiteral("c"));
     const nkdMaterial material = SceneFixture::material(QStringLiteral("m"));
-    const nkdMaterialGroupNode group(
-        SceneFixture::object(nkObjectType::MaterialGroup, QStringLiteral("g")));
+    const nkdMaterialGroupNode group(SceneFixture::object(nkObjectType::MaterialGroup, QStringLiteral("g")));
     QCOMPARE(nkScenegraphService::the().getRootNodes(), (QList<nkdNode>{root, camera}));
     QCOMPARE(root.getChildren(), QList<nkdNode>{child});
     QVERIFY(child.getParent() == root);

@@ -197,7 +197,8 @@ void TestSets::queriesAreQuoted()
     QCOMPARE(nkdMetadata::getKeyQuery(QStringLiteral("a \"b\" \\c")),
              QStringLiteral("key:\"a \\\"b\\\" \\\\c\""));
     QCOMPARE(nkdMetadata::getSetQuery(QStringLiteral("s")), QStringLiteral("set:\"s\""));
-    QCOMPARE(nkdMetadata::getValueTypeQuery(nkMetadataTypes::DateTime), QStringLiteral("type:\"Date and Time\""));
+    QCOMPARE(nkdMetadata::getValueTypeQuery(nkMetadataTypes::DateTime),
+             QStringLiteral("type:\"Date and Time\""));
     QCOMPARE(nkdMetadata::getValueQuery(42), QStringLiteral("value:\"42\""));
     const nkdNode node = SceneFixture::node(QStringLiteral("n"));
     const nkdMetadata metadata = nkdMetadata::fromObject(node);

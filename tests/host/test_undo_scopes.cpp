@@ -117,7 +117,8 @@ void TestUndoScopes::theOutermostMultiCommandGivesTheTitle()
     {
         nkScopedUndo undo(true);
         m_set.setColor(Qt::red);
-        nkScopedMultiCommand outer(nkUndoString(QStringLiteral("Outer"), QStringLiteral("Metadata Editor"), QString()), true);
+        nkScopedMultiCommand outer(
+            nkUndoString(QStringLiteral("Outer"), QStringLiteral("Metadata Editor"), QString()), true);
         nkScopedMultiCommand inner(nkUndoString(QStringLiteral("Inner")), true);
         m_set.setName(QStringLiteral("t"));
     }
@@ -149,7 +150,8 @@ void TestUndoScopes::aDisabledMultiCommandGivesNoTitle()
 
 void TestUndoScopes::theTextOfAnUndoStringIsTheTitleAlone()
 {
-    const nkUndoString title(QStringLiteral("Delete"), QStringLiteral("Metadata Editor"), QStringLiteral("x"));
+    const nkUndoString title(QStringLiteral("Delete"), QStringLiteral("Metadata Editor"),
+                             QStringLiteral("x"));
     QCOMPARE(title.text(), QStringLiteral("Delete"));
     QCOMPARE(title.category(), QStringLiteral("Metadata Editor"));
     QCOMPARE(title.detail(), QStringLiteral("x"));

@@ -18,10 +18,12 @@ private Q_SLOTS:
     void init();
     void newSetsGetUniqueNames();
     void renamingMakesTheNameUniqueAndFreesTheOldOne();
+    void numbersOfRenamedSetsAreGivenAgain();
     void assignmentsKeepTheirOrderBothWays();
     void assigningTwiceAssignsOnce();
     void objectSetsAreNeverAssignedNorDeleted();
     void undoingARemovedAssignmentRestoresItsPlaces();
+    void neighbouringRemovalsUndoInTheOppositeOrder();
     void assignmentsSurviveAnyOrderOfChangesAndUndo();
     void deletingASetTakesItsAssignments();
     void undoingADeletionRestoresTheSetWithEverything();
@@ -102,6 +104,18 @@ void TestSets::renamingMakesTheNameUniqueAndFreesTheOldOne()
     QCOMPARE(m_service.getUniqueSetName(QStringLiteral("A")), QStringLiteral("A2"));
 }
 
+void TestSets::numbersOfRenamedSetsAreGivenAgain()
+{
+    QList<nkdMetadataSet> sets;
+    for (int count = 0; count < 4; ++count) {
+        sets << m_service.createSet(QStringLiteral("A"), {});
+    }
+    sets[1].setName(QStringLiteral("other"));
+    QCOMPARE(m_service.getUniqueSetName(QStringLiteral("A")), QStringLiteral("A2"));
+    m_document.undo();
+    QCOMPARE(m_service.getUniqueSetName(QStringLiteral("A")), QStringLiteral("A5"));
+}
+
 void TestSets::assignmentsKeepTheirOrderBothWays()
 {
     const QList<nkdSceneObject> objects{node("x"), node("y"), node("z")};
@@ -149,6 +163,26 @@ void TestSets::undoingARemovedAssignmentRestoresItsPlaces()
     QCOMPARE(nkdMetadata::fromObject(objects.at(1)).getSets(), (QList<nkdMetadataSet>{a, b}));
     m_document.redo();
     QCOMPARE(namesOf(a.getObjects()), QStringList{"z"});
+}
+
+void TestSets::neighbouringRemovalsUndoInTheOppositeOrder()
+{
+    QList<nkdSceneObject> objects;
+    for (int count = 0; count < 6; ++count) {
+        objects << node(qPrintable(QString::number(count)));
+    }
+    const nkdMetadataSet set = m_service.createSet(QStringLiteral("A"), objects);
+    // Neighbours in the chain, taken out in one change.
+    m_service.removeAssignments({set}, objects.mid(1, 4));
+    QCOMPARE(namesOf(set.getObjects()), (QStringList{"0", "5"}));
+    m_document.undo();
+    QCOMPARE(namesOf(set.getObjects()), (QStringList{"0", "1", "2", "3", "4", "5"}));
+    m_document.redo();
+    QCOMPARE(namesOf(set.getObjects()), (QStringList{"0", "5"}));
+    m_document.undo();
+    m_service.deleteSets({set});
+    m_document.undo();
+    QCOMPARE(nkToObjects(set.getObjects()), nkToObjects(objects));
 }
 
 void TestSets::assignmentsSurviveAnyOrderOfChangesAndUndo()

@@ -48,7 +48,9 @@ QString firstDifference(const QList<SetSnapshot> &left, const QList<SetSnapshot>
     }
     for (int i = 0; i < left.size(); ++i) {
         if (!(left.at(i) == right.at(i))) {
-            return QStringLiteral("set %1:\n  %2\n  %3").arg(i).arg(describe(left.at(i)), describe(right.at(i)));
+            return QStringLiteral("set %1:\n  %2\n  %3")
+                .arg(i)
+                .arg(describe(left.at(i)), describe(right.at(i)));
         }
     }
     return QString();

@@ -21,7 +21,7 @@ struct EntrySnapshot
     bool operator==(const EntrySnapshot &other) const
     {
         return id == other.id && key == other.key && tag == other.tag && type == other.type
-            && value.userType() == other.value.userType() && value == other.value;
+               && value.userType() == other.value.userType() && value == other.value;
     }
 };
 
@@ -38,7 +38,7 @@ struct SetSnapshot
     bool operator==(const SetSnapshot &other) const
     {
         return id == other.id && name == other.name && color == other.color && locked == other.locked
-            && entries == other.entries && objects == other.objects;
+               && entries == other.entries && objects == other.objects;
     }
 };
 

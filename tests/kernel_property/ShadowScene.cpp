@@ -19,8 +19,7 @@ QString firstFree(const QString &base, const std::function<bool(const QString &)
 
 ShadowScene::ShadowScene(const QList<quint64> &objects, const SceneSnapshot &scene)
     : m_objects(objects), m_scene(scene)
-{
-}
+{}
 
 SetSnapshot *ShadowScene::set(quint64 id)
 {

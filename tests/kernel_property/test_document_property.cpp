@@ -44,22 +44,61 @@ public:
     void step()
     {
         switch (pick(24)) {
-        case 0: openScope(); break;
-        case 1: closeScope(); break;
-        case 2: createSet(); break;
-        case 3: deleteSets(); break;
-        case 4: duplicateSets(); break;
-        case 5: renameSet(); break;
-        case 6: colourSet(); break;
-        case 7: lockSet(); break;
-        case 8: case 9: assign(); break;
-        case 10: removeAssignments(); break;
-        case 11: case 12: case 13: case 14: createEntry(); break;
-        case 15: case 16: renameEntry(); break;
-        case 17: case 18: case 19: changeValue(); break;
-        case 20: removeEntry(); break;
-        case 21: clearEntries(); break;
-        default: appendEntries(); break;
+        case 0:
+            openScope();
+            break;
+        case 1:
+            closeScope();
+            break;
+        case 2:
+            createSet();
+            break;
+        case 3:
+            deleteSets();
+            break;
+        case 4:
+            duplicateSets();
+            break;
+        case 5:
+            renameSet();
+            break;
+        case 6:
+            colourSet();
+            break;
+        case 7:
+            lockSet();
+            break;
+        case 8:
+        case 9:
+            assign();
+            break;
+        case 10:
+            removeAssignments();
+            break;
+        case 11:
+        case 12:
+        case 13:
+        case 14:
+            createEntry();
+            break;
+        case 15:
+        case 16:
+            renameEntry();
+            break;
+        case 17:
+        case 18:
+        case 19:
+            changeValue();
+            break;
+        case 20:
+            removeEntry();
+            break;
+        case 21:
+            clearEntries();
+            break;
+        default:
+            appendEntries();
+            break;
         }
     }
 
@@ -143,15 +182,22 @@ private:
     {
         const int number = pick(1000);
         switch (type) {
-        case nkMetadataTypes::Integer: return number;
-        case nkMetadataTypes::Float: return number / 8.0;
-        case nkMetadataTypes::Boolean: return number % 2 == 0;
-        case nkMetadataTypes::Time: return QTime(number % 24, number % 60, number % 60);
-        case nkMetadataTypes::Date: return QDate(2000 + number % 50, 1 + number % 12, 1 + number % 28);
+        case nkMetadataTypes::Integer:
+            return number;
+        case nkMetadataTypes::Float:
+            return number / 8.0;
+        case nkMetadataTypes::Boolean:
+            return number % 2 == 0;
+        case nkMetadataTypes::Time:
+            return QTime(number % 24, number % 60, number % 60);
+        case nkMetadataTypes::Date:
+            return QDate(2000 + number % 50, 1 + number % 12, 1 + number % 28);
         case nkMetadataTypes::DateTime:
             return QDateTime(QDate(2000 + number % 50, 1, 1), QTime(number % 24, 0));
-        case nkMetadataTypes::List: return QVariantList{number, QString::number(number)};
-        default: return QString::number(number);
+        case nkMetadataTypes::List:
+            return QVariantList{number, QString::number(number)};
+        default:
+            return QString::number(number);
         }
     }
 
@@ -160,7 +206,8 @@ private:
         Scope scope;
         scope.undo = std::make_unique<nkScopedUndo>(true);
         if (pick(2) == 0) {
-            scope.command = std::make_unique<nkScopedMultiCommand>(nkUndoString(QStringLiteral("Random")), true);
+            scope.command = std::make_unique<nkScopedMultiCommand>(nkUndoString(QStringLiteral("Random")),
+                                                                   true);
         }
         m_scopes.push_back(std::move(scope));
     }
@@ -354,11 +401,10 @@ void TestDocumentProperty::runSeed(unsigned seed)
         run.step();
         if (i % comparisonInterval == 0) {
             const SceneSnapshot now = SceneSnapshot::take(run.objects());
-            QVERIFY2(now == run.expected(),
-                     qPrintable(QStringLiteral("seed %1, operation %2: %3")
-                                    .arg(seed)
-                                    .arg(i)
-                                    .arg(now.differenceFrom(run.expected()))));
+            QVERIFY2(now == run.expected(), qPrintable(QStringLiteral("seed %1, operation %2: %3")
+                                                           .arg(seed)
+                                                           .arg(i)
+                                                           .arg(now.differenceFrom(run.expected()))));
             if (!run.isScopeOpen()) {
                 states.insert(document.undoStack()->index(), now);
             }

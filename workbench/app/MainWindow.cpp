@@ -74,7 +74,8 @@ void MainWindow::createEditMenu()
         QNKViewBase::commitOpenEditors();
         kernel::Document::the().redo();
     });
-    connect(kernel::Document::the().undoStack(), &QUndoStack::indexChanged, this, &MainWindow::updateUndoActions);
+    connect(kernel::Document::the().undoStack(), &QUndoStack::indexChanged, this,
+            &MainWindow::updateUndoActions);
     updateUndoActions();
 }
 
@@ -142,8 +143,8 @@ void MainWindow::showError(const QString &title, const QString &text)
 void MainWindow::chooseScene()
 {
     QNKViewBase::commitOpenEditors();
-    const QString path = QFileDialog::getOpenFileName(this, tr("Open Scene"), QFileInfo(windowFilePath()).path(),
-                                                      sceneFileFilter());
+    const QString path = QFileDialog::getOpenFileName(this, tr("Open Scene"),
+                                                      QFileInfo(windowFilePath()).path(), sceneFileFilter());
     if (!path.isEmpty()) {
         Q_EMIT openRequested(path);
     }

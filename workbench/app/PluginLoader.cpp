@@ -58,8 +58,9 @@ void PluginLoader::load(const QString &path)
     const EntryPoint initPreferencesPlugin = entryPoint(*library, "initPreferencesPlugin");
     if (!initPlugin && !initPreferencesPlugin) {
         nkLogService::the().reportWarning(
-            logTitle, QStringLiteral("%1 is no plug-in: it exports neither initPlugin nor initPreferencesPlugin.")
-                          .arg(path));
+            logTitle,
+            QStringLiteral("%1 is no plug-in: it exports neither initPlugin nor initPreferencesPlugin.")
+                .arg(path));
         library->unload();
         return;
     }

@@ -46,7 +46,8 @@ void Screenshot::save()
     if (!m_window) {
         Q_EMIT finished(tr("The window was closed before its picture was taken."));
     } else if (!m_window->grab().save(m_path, "PNG")) {
-        Q_EMIT finished(tr("The picture %1 cannot be written; choose a folder that you may write to.").arg(m_path));
+        Q_EMIT finished(
+            tr("The picture %1 cannot be written; choose a folder that you may write to.").arg(m_path));
     } else {
         Q_EMIT finished(QString());
     }

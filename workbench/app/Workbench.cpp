@@ -32,9 +32,12 @@ constexpr int importLines = 100;
 /// The widget library knows no kernel: its icons come from the kernel's source through these functions.
 nkIconManager::Source kernelIcons()
 {
-    return {[](const QString &name, const QString &category) { return kernel::IconSource::the().icon(name, category); },
-            [](const QString &path) { return kernel::IconSource::the().pixmap(path); },
-            [](const QString &path, const QSize &size) { return kernel::IconSource::the().render(path, size); }};
+    return {
+        [](const QString &name, const QString &category) {
+            return kernel::IconSource::the().icon(name, category);
+        },
+        [](const QString &path) { return kernel::IconSource::the().pixmap(path); },
+        [](const QString &path, const QSize &size) { return kernel::IconSource::the().render(path, size); }};
 }
 
 QString besideExecutable(const QString &name)

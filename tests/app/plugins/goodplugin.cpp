@@ -9,5 +9,6 @@ extern "C" Q_DECL_EXPORT void initPlugin()
 
 extern "C" Q_DECL_EXPORT void initPreferencesPlugin()
 {
-    nkLogService::the().reportInformation(QStringLiteral("goodplugin"), QStringLiteral("initPreferencesPlugin"));
+    nkLogService::the().reportInformation(QStringLiteral("goodplugin"),
+                                          QStringLiteral("initPreferencesPlugin"));
 }

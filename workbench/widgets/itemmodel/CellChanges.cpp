@@ -1,5 +1,6 @@
 #include "CellChanges.h"
 
+#include <QDateTime>
 #include <QIcon>
 #include <QMetaType>
 
@@ -13,6 +14,20 @@ constexpr int MostChanges = 32;
 bool sameReal(double left, double right)
 {
     return left == right || (std::isnan(left) && std::isnan(right));
+}
+
+/// Element by element: QVariant's own comparison of lists converts ("1" equals 1).
+bool sameList(const QVariantList &left, const QVariantList &right)
+{
+    return left.size() == right.size()
+           && std::equal(left.begin(), left.end(), right.begin(), isSameCellValue);
+}
+
+/// QDateTime's own comparison is of moments, whatever their time zones.
+bool sameDateTime(const QDateTime &left, const QDateTime &right)
+{
+    return left == right && left.timeSpec() == right.timeSpec()
+           && left.offsetFromUtc() == right.offsetFromUtc();
 }
 
 void insertRole(QVector<int> &roles, int role)
@@ -48,6 +63,10 @@ bool isSameCellValue(const QVariant &left, const QVariant &right)
         return sameReal(left.toDouble(), right.toDouble());
     case QMetaType::Float:
         return sameReal(double(left.toFloat()), double(right.toFloat()));
+    case QMetaType::QVariantList:
+        return sameList(left.toList(), right.toList());
+    case QMetaType::QDateTime:
+        return sameDateTime(left.toDateTime(), right.toDateTime());
     case QMetaType::QIcon: // icons have no comparison of their own
         return left.value<QIcon>().cacheKey() == right.value<QIcon>().cacheKey();
     default:
