@@ -18,8 +18,6 @@ constexpr quint32 bitOf(nkObjectType type)
 constexpr quint32 nodeKinds = bitOf(nkObjectType::Node) | bitOf(nkObjectType::Camera)
                               | bitOf(nkObjectType::Light) | bitOf(nkObjectType::Sceneplate)
                               | bitOf(nkObjectType::MaterialGroup);
-/// Nothing more to learn about kinds.
-constexpr quint32 allKinds = nodeKinds | bitOf(nkObjectType::Material);
 
 } // namespace
 
@@ -73,7 +71,7 @@ void nkMetadataActionInputs::fold(const QList<nkdObject> &selection)
 void nkMetadataActionInputs::foldObject(const nkdObject &object)
 {
     const quint32 kind = kindBit(object.getType());
-    const bool isKnown = metadataObjectSelected && (kinds & kind) != 0;
+    const bool isKnown = metadataObjectSelected && (hasNode() || (kinds & kind) != 0);
     if (!isKnown && nkMetadataService::the().canHaveMetadata(nkdSceneObject(object))) {
         metadataObjectSelected = true;
         kinds |= kind;
@@ -86,7 +84,7 @@ void nkMetadataActionInputs::foldSet(const nkdMetadataSet &set)
     foldLock(set);
     foldAsset(set);
     setWithEntriesSelected = setWithEntriesSelected || !set.getEntries().isEmpty();
-    if ((kinds & allKinds) != allKinds) {
+    if (!hasNode()) {
         kinds |= set.getAssignedKinds();
     }
 }

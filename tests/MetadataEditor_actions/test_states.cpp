@@ -133,13 +133,14 @@ private Q_SLOTS:
     {
         f().gamma.setLocked(true);
         kernel::Document::the().setAssetState(f().beta.getObjectId(), kernel::AssetState::Edited);
-        f().select({f().table, f().alpha, f().paint, f().beta, f().gamma});
+        f().select({f().paint, f().alpha, f().beta, f().gamma});
         const nkMetadataActionInputs inputs = nkMetadataActionInputs::gather(false);
-        QCOMPARE(inputs.selectionSize, 5);
+        QCOMPARE(inputs.selectionSize, 4);
         QCOMPARE(inputs.setsSelected, 2);
         QVERIFY(inputs.lockedSetSelected && inputs.unlockedSetSelected);
         QVERIFY(inputs.assetSelected && inputs.editedAssetSelected && !inputs.uneditedAssetSelected);
         QVERIFY(inputs.hasKind(nkObjectType::Material) && inputs.hasKind(nkObjectType::Camera));
+        QVERIFY(inputs.hasNode() && inputs.metadataObjectSelected);
         QVERIFY(!inputs.hasKind(nkObjectType::Light));
     }
 
