@@ -15,7 +15,7 @@ namespace {
 
 constexpr int AssignmentsPerSet = 100;
 
-/// Sets, each on a hundred objects.
+/// Sets of one entry, each on a hundred objects.
 QList<nkdObject> loadSets(qint64 sets)
 {
     kernel::DocumentLoader loader;
@@ -26,6 +26,7 @@ QList<nkdObject> loadSets(qint64 sets)
     QList<nkdObject> selection;
     for (qint64 i = 0; i < sets; ++i) {
         const quint64 set = loader.addSet(QStringLiteral("Set %1").arg(i));
+        loader.addEntry(set, QStringLiteral("key"), nkMetadataTypes::Integer, int(i));
         for (const quint64 carrier : qAsConst(carriers)) {
             loader.assign(set, carrier);
         }
@@ -50,14 +51,15 @@ QList<nkdObject> loadObjects(qint64 objects)
 /// What any evaluation has to do at the least: look at every selected handle, as a set and as an object.
 void passOverHandles()
 {
-    static volatile int seen = 0;
-    int sets = 0;
+    int members = 0;
     const QList<nkdObject> selection = nkMetadataService::the().getSelection();
     for (const nkdObject &object : selection) {
-        sets += object.isTypeOf(nkdMetadataSet::staticMetaObject)
-                || object.isTypeOf(nkdSceneObject::staticMetaObject);
+        members += object.isTypeOf(nkdMetadataSet::staticMetaObject)
+                   || object.isTypeOf(nkdSceneObject::staticMetaObject);
     }
-    seen = sets;
+    if (members != selection.size()) {
+        qFatal("What is selected is neither set nor object");
+    }
 }
 
 Comparison evaluation(const QList<nkdObject> &selection)

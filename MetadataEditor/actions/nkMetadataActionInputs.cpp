@@ -18,8 +18,6 @@ constexpr quint32 bitOf(nkObjectType type)
 constexpr quint32 nodeKinds = bitOf(nkObjectType::Node) | bitOf(nkObjectType::Camera)
                               | bitOf(nkObjectType::Light) | bitOf(nkObjectType::Sceneplate)
                               | bitOf(nkObjectType::MaterialGroup);
-/// Nothing more to learn about kinds.
-constexpr quint32 allKinds = nodeKinds | bitOf(nkObjectType::Material);
 
 } // namespace
 
@@ -73,7 +71,7 @@ void nkMetadataActionInputs::fold(const QList<nkdObject> &selection)
 void nkMetadataActionInputs::foldObject(const nkdObject &object)
 {
     const quint32 kind = kindBit(object.getType());
-    const bool isKnown = metadataObjectSelected && (kinds & kind) != 0;
+    const bool isKnown = metadataObjectSelected && (hasNode() || (kinds & kind) != 0);
     if (!isKnown && nkMetadataService::the().canHaveMetadata(nkdSceneObject(object))) {
         metadataObjectSelected = true;
         kinds |= kind;
@@ -86,19 +84,23 @@ void nkMetadataActionInputs::foldSet(const nkdMetadataSet &set)
     foldLock(set);
     foldAsset(set);
     setWithEntriesSelected = setWithEntriesSelected || !set.getEntries().isEmpty();
-    if ((kinds & allKinds) != allKinds) {
+    if (!hasNode()) {
         kinds |= set.getAssignedKinds();
     }
 }
 
 void nkMetadataActionInputs::foldLock(const nkdMetadataSet &set)
 {
-    const bool isKnown = setsSelected > 1 && lockedSetSelected && unlockedSetSelected;
-    if (isKnown || set.isObjectSet()) {
+    const bool isAllKnown = setsSelected > 1 && lockedSetSelected && unlockedSetSelected;
+    if (isAllKnown) {
         return;
     }
-    setsSelected = qMin(setsSelected + 1, 2);
-    (set.isLocked() ? lockedSetSelected : unlockedSetSelected) = true;
+    bool &lockState = set.isLocked() ? lockedSetSelected : unlockedSetSelected;
+    const bool isNews = setsSelected < 2 || !lockState;
+    if (isNews && !set.isObjectSet()) {
+        setsSelected = qMin(setsSelected + 1, 2);
+        lockState = true;
+    }
 }
 
 void nkMetadataActionInputs::foldAsset(const nkdMetadataSet &set)

@@ -23,7 +23,8 @@ struct nkMetadataActionInputs
     bool sceneplatesInEditor = false;
 
     /// The kinds of the selected objects that can carry metadata and of the objects of the selected sets:
-    /// bit n stands for the nkObjectType of value n.
+    /// bit n stands for the nkObjectType of value n. Where a node is among them others may be missing: a
+    /// node alone already enables whatever a kind does.
     quint32 kinds = 0;
     bool metadataObjectSelected = false;
     /// A set of any sort, object sets included.

@@ -133,14 +133,26 @@ private Q_SLOTS:
     {
         f().gamma.setLocked(true);
         kernel::Document::the().setAssetState(f().beta.getObjectId(), kernel::AssetState::Edited);
-        f().select({f().table, f().alpha, f().paint, f().beta, f().gamma});
+        f().select({f().paint, f().alpha, f().beta, f().gamma});
         const nkMetadataActionInputs inputs = nkMetadataActionInputs::gather(false);
-        QCOMPARE(inputs.selectionSize, 5);
+        QCOMPARE(inputs.selectionSize, 4);
         QCOMPARE(inputs.setsSelected, 2);
         QVERIFY(inputs.lockedSetSelected && inputs.unlockedSetSelected);
         QVERIFY(inputs.assetSelected && inputs.editedAssetSelected && !inputs.uneditedAssetSelected);
         QVERIFY(inputs.hasKind(nkObjectType::Material) && inputs.hasKind(nkObjectType::Camera));
+        QVERIFY(inputs.hasNode() && inputs.metadataObjectSelected);
         QVERIFY(!inputs.hasKind(nkObjectType::Light));
+    }
+
+    void object_sets_hide_no_lock_of_a_later_set()
+    {
+        nkdMetadataSet own = f().ownSet(f().chair);
+        own.setLocked(true);
+        f().select({f().alpha, f().gamma, own});
+        QVERIFY(!nkMetadataActionInputs::gather(true).lockedSetSelected);
+        f().beta.setLocked(true);
+        f().select({f().alpha, f().gamma, own, f().beta});
+        QVERIFY(nkMetadataActionInputs::gather(true).lockedSetSelected);
     }
 
     void empty_sets_have_no_entries_to_delete()

@@ -1,6 +1,7 @@
 #include "ActionsFixture.h"
 
 #include <TestMain.h>
+#include <nkKernelServicesGUI/nkMetadataTreeModel.h>
 
 #include <QLineEdit>
 
@@ -212,11 +213,24 @@ private Q_SLOTS:
         QVERIFY(!f().alpha.isAssigned());
     }
 
+    /// That the list is read twice is meant.
+    void a_new_set_is_listed_twice_before_it_is_named()
+    {
+        QSignalSpy reloads(f().upper->findChild<nkMetadataTreeModel *>(), &QNKItemModel::aboutToReload);
+        f().select({});
+        a().createSetAction()->trigger();
+        QCOMPARE(reloads.size(), 2);
+    }
+
     void a_new_entry_is_told_to_the_selected_rows()
     {
-        f().upper->selectObjects({f().gamma});
+        f().upper->selectObjects({f().alpha});
+        f().alpha.setName(QStringLiteral("Renamed"));
+        f().beta.setName(QStringLiteral("Renamed too"));
+        QSignalSpy changes(f().upper->findChild<nkMetadataTreeModel *>(), &QAbstractItemModel::dataChanged);
         Q_EMIT f().handler()->entryCreated(nkdMetadataEntry());
-        QCOMPARE(upper()->getSelectedObjects(4).size(), 1);
+        QCOMPARE(changes.size(), 1);
+        QCOMPARE(upper()->getSelectedObjects(4), QList<nkdObject>{f().alpha});
     }
 
     void trees_without_a_catalogue_have_no_commands()
