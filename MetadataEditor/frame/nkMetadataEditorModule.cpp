@@ -1,5 +1,9 @@
 #include "frame/nkMetadataEditorModule.h"
 
+#include "actions/nkMetadataActions.h"
+#include "actions/nkMetadataActionsHandler.h"
+#include "frame/nkMetadataContextMenu.h"
+#include "frame/nkMetadataEditorMenubar.h"
 #include "frame/nkMetadataEditorUpdater.h"
 #include "frame/nkMetadataTableEntries.h"
 #include "frame/nkMetadataTableFilters.h"
@@ -62,11 +66,17 @@ nkMetadataEditorModule::nkMetadataEditorModule(QWidget *parent, const QString &o
 {
     theWindow = this;
     setObjectName(objectName);
+    // First of all children: its actions are children of the window too, and go with the catalogue before them.
+    m_actions = new nkMetadataActions(this);
+    m_contextMenu = new nkMetadataContextMenu(this);
     setupUi(this);
+    setMenuBar(new nkMetadataEditorMenubar(this));
     createUpdater();
     createTrees();
     createTable();
+    connectActions();
     connectHost();
+    m_actions->handler()->updateActionStates();
     registerWithHost();
 }
 
@@ -116,13 +126,41 @@ void nkMetadataEditorModule::connectTree(nkMetadataTreeWidget *tree, nkMetadataT
 {
     connect(tree, &nkMetadataTreeWidget::metadataSelectionChanged, this,
             &nkMetadataEditorModule::onMetadataSelectionChanged);
-    connect(tree, &nkMetadataTreeWidget::treeFocusChanged, this, [tree, other](bool hasFocus) {
+    connect(tree, &nkMetadataTreeWidget::treeFocusChanged, this, [this, tree, other](bool hasFocus) {
         if (hasFocus) {
             other->clearSelection();
             other->setHasLastFocus(false);
             tree->setHasLastFocus(true);
         }
+        m_actions->handler()->updateActionStates();
     });
+    connect(tree, &nkMetadataTreeWidget::showContextMenu, this, &nkMetadataEditorModule::onShowContextMenu);
+}
+
+void nkMetadataEditorModule::connectActions()
+{
+    const nkMetadataActionsHandler *handler = m_actions->handler();
+    connect(handler, &nkMetadataActionsHandler::graphFocusedAction, this,
+            &nkMetadataEditorModule::setFocusMode);
+    connect(handler, &nkMetadataActionsHandler::entryCreated, this,
+            [this](const nkdMetadataEntry &entry) { onEntryCreated(entry, entry.getSet()); });
+    m_keyValueView->setCreateEntryMenu(m_actions->createEntryMenu());
+}
+
+void nkMetadataEditorModule::setFocusMode(bool on)
+{
+    m_rootItem->setSets({});
+    const QList<nkMetadataTreeWidget *> trees = treeWidgets();
+    for (nkMetadataTreeWidget *tree : trees) {
+        tree->setFocusMode(on);
+    }
+    reloadTable();
+}
+
+void nkMetadataEditorModule::onShowContextMenu(const QPoint &pos)
+{
+    m_contextMenu->hideTearOffMenu();
+    m_contextMenu->exec(pos);
 }
 
 void nkMetadataEditorModule::createTable()
@@ -334,6 +372,7 @@ void nkMetadataEditorModule::onPropertyChanged(const nkdObject &object, const QS
 
 void nkMetadataEditorModule::onMetadataChanged(nkMetadataTypes::ChangeFlag flags)
 {
+    m_actions->handler()->updateActionStates();
     if (flags & (nkMetadataTypes::SetsChanged | nkMetadataTypes::AssignmentsChanged)) {
         m_updater->requestUpdate(nkMetadataUpdate::BothTrees);
     }

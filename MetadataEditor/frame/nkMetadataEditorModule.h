@@ -14,6 +14,8 @@
 
 class QAbstractItemDelegate;
 
+class nkMetadataActions;
+class nkMetadataContextMenu;
 class nkMetadataEditorUpdater;
 class nkMetadataKeyValueHeader;
 class nkMetadataKeyValueModel;
@@ -45,6 +47,8 @@ public:
 public Q_SLOTS:
     /// Shows the entries of these sets in the table.
     void onMetadataSelectionChanged(const QList<nkdMetadataSet> &sets);
+    /// Opens the context menu of the trees at a global position; a torn-off copy is closed first.
+    void onShowContextMenu(const QPoint &pos);
     /// Puts the selected entries into the host's entry clipboard.
     void copyEntries();
     /// Pastes the host's entry clipboard into what is selected in the trees.
@@ -68,6 +72,7 @@ private:
     void createTrees();
     void connectTree(nkMetadataTreeWidget *tree, nkMetadataTreeWidget *other);
     void createTable();
+    void connectActions();
     void createTableModel();
     void createTableView();
     void createTableDelegates();
@@ -81,7 +86,10 @@ private:
     void reloadTable();
     void reloadSelectionLists();
     void showLastSelection();
+    void setFocusMode(bool on);
 
+    nkMetadataActions *m_actions = nullptr;
+    nkMetadataContextMenu *m_contextMenu = nullptr;
     nkMetadataTreeWidget *m_upperTree = nullptr;
     nkMetadataTreeWidget *m_lowerTree = nullptr;
     nkMetadataKeyValueTreeView *m_keyValueView = nullptr;

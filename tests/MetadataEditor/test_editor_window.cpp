@@ -1,11 +1,15 @@
 #include "WindowFixture.h"
 
+#include "actions/nkMetadataActions.h"
+
 #include <TestMain.h>
 #include <nkKernelServices/nkdMetadata.h>
+#include <nkQt4Ext/QNKViewBase.h>
 
 #include <QAction>
 #include <QFrame>
 #include <QGridLayout>
+#include <QLineEdit>
 #include <QSplitter>
 #include <QStatusBar>
 
@@ -261,12 +265,30 @@ private Q_SLOTS:
         QCOMPARE(m_editor->treeNames(), (QStringList{"Beta", "Gamma"}));
     }
 
+    void commands_create_sets_and_entries()
+    {
+        m_editor->show();
+        m_editor->select({m_editor->alpha});
+        const int entries = m_editor->alpha.getEntries().size();
+        nkMetadataActions::instance()->createTagEntryAction()->trigger();
+        QCOMPARE(m_editor->alpha.getEntries().size(), entries + 1);
+        // The new key is typed at once.
+        auto *keyEditor = m_editor->view()->viewport()->findChild<QLineEdit *>();
+        QVERIFY(keyEditor);
+        QTest::keyClicks(keyEditor, QStringLiteral("checked"));
+        QNKViewBase::commitOpenEditors();
+        QVERIFY(m_editor->alpha.getEntries().find(QStringLiteral("checked")).isTag());
+    }
+
     void a_context_menu_is_asked_for_in_screen_coordinates()
     {
         m_editor->show();
         QSignalSpy asked(m_editor->tree(), &nkMetadataTreeWidget::showContextMenu);
         QWidget *view = m_editor->tree()->getTreeView();
+        const ModalAnswer closed = ModalAnswer::menu(QString());
         Q_EMIT view->customContextMenuRequested(QPoint(3, 4));
+        QVERIFY(closed.given());
+        QVERIFY(closed.record().buttons.contains(QStringLiteral("Create Set")));
         QCOMPARE(asked.count(), 1);
         QCOMPARE(asked.first().first().toPoint(),
                  m_editor->tree()->getTreeView()->viewport()->mapToGlobal(QPoint(3, 4)));

@@ -20,7 +20,7 @@ QIcon nkIconCache::Metadata::getMetadataSetIcon()
 
 QIcon nkIconCache::Metadata::getMetadataTagIcon()
 {
-    return metadataIcon(QStringLiteral("MetadataTag"));
+    return metadataIcon(QStringLiteral("TagInSetOffNormal"));
 }
 
 QIcon nkIconCache::Metadata::getGraphFocusedIcon()
