@@ -275,9 +275,9 @@ private Q_SLOTS:
         // The new key is typed at once.
         auto *keyEditor = m_editor->view()->viewport()->findChild<QLineEdit *>();
         QVERIFY(keyEditor);
-        QTest::keyClicks(keyEditor, QStringLiteral("checked"));
+        QTest::keyClicks(keyEditor, QStringLiteral("checked by hand"));
         QNKViewBase::commitOpenEditors();
-        QVERIFY(m_editor->alpha.getEntries().find(QStringLiteral("checked")).isTag());
+        QVERIFY(m_editor->alpha.getEntries().find(QStringLiteral("checked by hand")).isTag());
     }
 
     void a_context_menu_is_asked_for_in_screen_coordinates()

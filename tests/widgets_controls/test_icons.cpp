@@ -92,7 +92,7 @@ void TestIcons::fixedIconsAreMadeOnce()
         QVERIFY(!nkIconCache::Metadata::getMetadataTagIcon().isNull());
         QVERIFY(!nkIconCache::Metadata::getGraphFocusedIcon().isNull());
     }
-    QCOMPARE(asked, (QStringList{"MetadataEditor/MetadataSet", "MetadataEditor/MetadataTag",
+    QCOMPARE(asked, (QStringList{"MetadataEditor/MetadataSet", "MetadataEditor/TagInSetOffNormal",
                                  "MetadataEditor/GraphFocused"}));
 }
 
