@@ -15,6 +15,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QFileInfo>
 #include <QStatusBar>
 #include <QTextStream>
 
@@ -82,6 +83,8 @@ QString Workbench::open(const QString &path)
         m_source = result.source;
         m_window->showScene(path);
         tellImport(path, result.report);
+        m_window->statusBar()->showMessage(
+            QStringLiteral("%1: %2").arg(QFileInfo(path).fileName(), result.report.summary()));
         if (m_window->isVisible()) {
             showMetadata();
         }

@@ -10,7 +10,7 @@
 #include <QScopedValueRollback>
 #include <QSignalBlocker>
 
-TreeKeeper::TreeKeeper(QNKTreeView *view) : QObject(view), m_view(view)
+TreeKeeper::TreeKeeper(QNKTreeView *view) : QObject(view), m_view(view), m_viewport(view->viewport())
 {
     view->viewport()->installEventFilter(this);
 }
@@ -324,7 +324,8 @@ void TreeKeeper::restoreTyped(const Typed &typed)
 /// Notes what an editor shows when it opens.
 bool TreeKeeper::eventFilter(QObject *watched, QEvent *event)
 {
-    if (watched == m_view->viewport()) {
+    // Compared with what was noted: events still come while the view is being destroyed.
+    if (watched == m_viewport) {
         if (event->type() == QEvent::ChildPolished)
             static_cast<QChildEvent *>(event)->child()->installEventFilter(this);
     } else if (event->type() == QEvent::Show && watched != m_opened && watched->isWidgetType()) {

@@ -93,6 +93,8 @@ private:
     void restoreTyped(const Typed &typed);
 
     QNKTreeView *m_view;
+    /// The view's viewport, never asked for anything: it may be half destroyed.
+    const QObject *m_viewport;
     QPointer<QAbstractItemModel> m_model;
     QVector<QMetaObject::Connection> m_connections;
     QVector<QMetaObject::Connection> m_sourceConnections;
