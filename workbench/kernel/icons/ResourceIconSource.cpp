@@ -39,6 +39,14 @@ QPixmap draw(const QString &file, const QSize &size)
     return canvas;
 }
 
+/// Drawn the same on a selected row: tinted with the highlight, as styles do, the mid-tones would vanish in it.
+QIcon iconOf(const QString &file)
+{
+    QIcon icon(file);
+    icon.addFile(file, QSize(), QIcon::Selected);
+    return icon;
+}
+
 } // namespace
 
 QIcon ResourceIconSource::icon(const QString &name, const QString &category)
@@ -52,7 +60,7 @@ QIcon ResourceIconSource::icon(const QString &name, const QString &category)
     if (known != m_icons.constEnd()) {
         return *known;
     }
-    const QIcon icon = isReadable(file) ? QIcon(file) : PlaceholderIcon::icon();
+    const QIcon icon = isReadable(file) ? iconOf(file) : PlaceholderIcon::icon();
     m_icons.insert(file, icon);
     return icon;
 }
