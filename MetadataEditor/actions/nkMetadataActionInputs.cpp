@@ -39,8 +39,7 @@ nkMetadataActionInputs nkMetadataActionInputs::gather(bool setsMode)
     inputs.setClipboardEmpty = metadata.hasNoCopiedSets();
     inputs.gatherEditors();
     inputs.fold(metadata.getSelection());
-    // A selected set exists: the list of all is only made where that is not known.
-    inputs.setsExist = inputs.setsSelected > 0 || !metadata.getAllSets().isEmpty();
+    inputs.setsExist = metadata.hasSets();
     return inputs;
 }
 
@@ -81,34 +80,21 @@ void nkMetadataActionInputs::foldObject(const nkdObject &object)
 void nkMetadataActionInputs::foldSet(const nkdMetadataSet &set)
 {
     anySetSelected = true;
-    foldLock(set);
-    foldAsset(set);
-    setWithEntriesSelected = setWithEntriesSelected || !set.getEntries().isEmpty();
+    foldStates(set.getStates());
     if (!hasNode()) {
         kinds |= set.getAssignedKinds();
     }
 }
 
-void nkMetadataActionInputs::foldLock(const nkdMetadataSet &set)
+void nkMetadataActionInputs::foldStates(quint32 states)
 {
-    const bool isAllKnown = setsSelected > 1 && lockedSetSelected && unlockedSetSelected;
-    if (isAllKnown) {
-        return;
-    }
-    bool &lockState = set.isLocked() ? lockedSetSelected : unlockedSetSelected;
-    const bool isNews = setsSelected < 2 || !lockState;
-    if (isNews && !set.isObjectSet()) {
+    if (!(states & nkdMetadataSet::ObjectSet)) {
         setsSelected = qMin(setsSelected + 1, 2);
-        lockState = true;
+        ((states & nkdMetadataSet::Locked) ? lockedSetSelected : unlockedSetSelected) = true;
     }
-}
-
-void nkMetadataActionInputs::foldAsset(const nkdMetadataSet &set)
-{
-    const bool isKnown = editedAssetSelected && uneditedAssetSelected;
-    if (isKnown || !set.isAsset()) {
-        return;
+    if (states & nkdMetadataSet::Asset) {
+        assetSelected = true;
+        ((states & nkdMetadataSet::EditedAsset) ? editedAssetSelected : uneditedAssetSelected) = true;
     }
-    assetSelected = true;
-    (set.isEditedAsset() ? editedAssetSelected : uneditedAssetSelected) = true;
+    setWithEntriesSelected = setWithEntriesSelected || (states & nkdMetadataSet::WithEntries);
 }

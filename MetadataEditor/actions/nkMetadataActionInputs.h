@@ -58,7 +58,7 @@ struct nkMetadataActionInputs
 private:
     void foldObject(const nkdObject &object);
     void foldSet(const nkdMetadataSet &set);
-    void foldLock(const nkdMetadataSet &set);
-    void foldAsset(const nkdMetadataSet &set);
+    /// @param states see nkdMetadataSet::getStates
+    void foldStates(quint32 states);
     void gatherEditors();
 };

@@ -42,6 +42,8 @@ public:
                                    const QList<nkdSceneObject> &objects) = 0;
     /// Every shared set of the scene in order of creation; no object sets.
     virtual QList<nkdMetadataSet> getAllSets() const = 0;
+    /// Whether getAllSets would answer any. O(1).
+    virtual bool hasSets() const = 0;
     /// base itself where no shared set has it, else base followed by 2, 3, ...
     virtual QString getUniqueSetName(const QString &base) const = 0;
 

@@ -22,6 +22,20 @@ class NK_KERNEL_SERVICES_EXPORT nkdMetadataSet : public nkdObject
     Q_PROPERTY(QColor color READ getColor WRITE setColor)
     Q_PROPERTY(bool locked READ isLocked WRITE setLocked)
 public:
+    /// Bits of getStates.
+    enum State : quint32 {
+        /// isLocked
+        Locked = 1,
+        /// isObjectSet
+        ObjectSet = 2,
+        /// isAsset
+        Asset = 4,
+        /// isEditedAsset
+        EditedAsset = 8,
+        /// It has an entry or a tag.
+        WithEntries = 16
+    };
+
     nkdMetadataSet() = default;
     /// The same object as this kind; null unless other.isTypeOf(nkdMetadataSet::staticMetaObject).
     explicit nkdMetadataSet(const nkdObject &other) : nkdObject(other, staticMetaObject) {}
@@ -71,6 +85,9 @@ public:
     Q_INVOKABLE bool isEditedAsset() const;
     /// The set is the private set of one object.
     Q_INVOKABLE bool isObjectSet() const;
+    /// The answers of the questions above and whether it has entries, together: an OR of State bits, for those
+    /// who ask many sets. O(1). 0 for null and dead handles.
+    Q_INVOKABLE quint32 getStates() const;
     /// Alive, not locked, and not an asset at rest. False for null: the null set is neither locked nor
     /// editable.
     Q_INVOKABLE bool isEditable() const;

@@ -2,6 +2,7 @@
 #include "TestMain.h"
 
 #include <nkKernelServices/nkMetadataService.h>
+#include <nkKernelServices/nkdMetadata.h>
 
 #include <QUndoStack>
 
@@ -17,6 +18,8 @@ private Q_SLOTS:
     void aLockedSetRefusesEveryWriteToItsContent();
     void aLockedSetCanBeUnlockedEmptiedAssignedAndDeleted();
     void anAssetIsEditableOnlyWhileItIsModified();
+    void oneCallAnswersTheStatesOfASetTogether();
+    void theSceneTellsWhetherItHasSets();
     void assignmentsKeepTheirOrderBothWays();
     void assigningTwiceIsNoChange();
     void undoRestoresTheOrderOfAssignments();
@@ -112,6 +115,39 @@ void TestSets::anAssetIsEditableOnlyWhileItIsModified()
     QVERIFY(set.isEditable());
     set.setLocked(true);
     QVERIFY(!set.isEditable());
+}
+
+void TestSets::oneCallAnswersTheStatesOfASetTogether()
+{
+    const nkdNode node = SceneFixture::node(QStringLiteral("n"));
+    nkdMetadataSet set = nkMetadataService::the().createSet(QStringLiteral("s"), {});
+    QCOMPARE(set.getStates(), 0u);
+    set.createEntry(nkMetadataTypes::Tag);
+    QCOMPARE(set.getStates(), quint32(nkdMetadataSet::WithEntries));
+    set.setLocked(true);
+    QCOMPARE(set.getStates(), quint32(nkdMetadataSet::WithEntries | nkdMetadataSet::Locked));
+    set.setLocked(false);
+    set.getEntries().clear();
+    kernel::Document &document = kernel::Document::the();
+    document.setAssetState(set.getObjectId(), kernel::AssetState::AtRest, QStringLiteral("a"));
+    QCOMPARE(set.getStates(), quint32(nkdMetadataSet::Asset));
+    document.setAssetState(set.getObjectId(), kernel::AssetState::Edited, QStringLiteral("a"));
+    QCOMPARE(set.getStates(), quint32(nkdMetadataSet::Asset | nkdMetadataSet::EditedAsset));
+    QCOMPARE(nkdMetadata::fromObject(node).getObjectSet().getStates(), quint32(nkdMetadataSet::ObjectSet));
+    nkMetadataService::the().deleteSets({set});
+    QCOMPARE(set.getStates(), 0u);
+    QCOMPARE(nkdMetadataSet().getStates(), 0u);
+}
+
+void TestSets::theSceneTellsWhetherItHasSets()
+{
+    nkMetadataService &service = nkMetadataService::the();
+    SceneFixture::node(QStringLiteral("n")); // its own set is none of the scene's
+    QVERIFY(!service.hasSets());
+    const nkdMetadataSet set = service.createSet(QStringLiteral("s"), {});
+    QVERIFY(service.hasSets());
+    service.deleteSets({set});
+    QVERIFY(!service.hasSets());
 }
 
 void TestSets::assignmentsKeepTheirOrderBothWays()

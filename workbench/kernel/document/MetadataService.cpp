@@ -60,6 +60,11 @@ QList<nkdMetadataSet> MetadataService::getAllSets() const
     return setHandles(m_document.store(), m_document.store().sharedSets().slots());
 }
 
+bool MetadataService::hasSets() const
+{
+    return !m_document.store().sharedSets().isEmpty();
+}
+
 QString MetadataService::getUniqueSetName(const QString &base) const
 {
     return m_document.store().uniqueSetName(base.isEmpty() ? defaultSetName() : base);

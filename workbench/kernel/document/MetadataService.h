@@ -24,6 +24,7 @@ public:
     void assignSets(const QList<nkdObject> &objects, const QList<nkdMetadataSet> &sets) override;
     void removeAssignments(const QList<nkdMetadataSet> &sets, const QList<nkdSceneObject> &objects) override;
     QList<nkdMetadataSet> getAllSets() const override;
+    bool hasSets() const override;
     QString getUniqueSetName(const QString &base) const override;
 
     void copySets(const QList<nkdMetadataSet> &sets) override;

@@ -148,6 +148,18 @@ bool nkdMetadataSet::isObjectSet() const
     return set && set->owner != NoSlot;
 }
 
+quint32 nkdMetadataSet::getStates() const
+{
+    const SetRecord *set = findSet(*this);
+    if (!set) {
+        return 0;
+    }
+    const AssetState asset = set->asset.state;
+    return (set->locked ? Locked : 0) | (set->owner != NoSlot ? ObjectSet : 0)
+           | (asset != AssetState::None ? Asset : 0) | (asset == AssetState::Edited ? EditedAsset : 0)
+           | (set->entries.isEmpty() ? 0 : WithEntries);
+}
+
 bool nkdMetadataSet::isEditable() const
 {
     const SetRecord *set = findSet(*this);
