@@ -155,9 +155,10 @@ quint32 nkdMetadataSet::getStates() const
         return 0;
     }
     const AssetState asset = set->asset.state;
-    return (set->locked ? Locked : 0) | (set->owner != NoSlot ? ObjectSet : 0)
-           | (asset != AssetState::None ? Asset : 0) | (asset == AssetState::Edited ? EditedAsset : 0)
-           | (set->entries.isEmpty() ? 0 : WithEntries);
+    const auto bit = [](State state, bool holds) { return holds ? quint32(state) : 0u; };
+    return bit(Locked, set->locked) | bit(ObjectSet, set->owner != NoSlot)
+           | bit(Asset, asset != AssetState::None) | bit(EditedAsset, asset == AssetState::Edited)
+           | bit(WithEntries, !set->entries.isEmpty());
 }
 
 bool nkdMetadataSet::isEditable() const
