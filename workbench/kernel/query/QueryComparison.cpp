@@ -70,6 +70,10 @@ bool QueryComparison::holds(Operator comparison, const QVariant &value) const
     if (comparison == Operator::NotEqual) {
         return !isEqual(value);
     }
+    const bool orEqual = comparison == Operator::LessOrEqual || comparison == Operator::GreaterOrEqual;
+    if (orEqual && isEqual(value)) {
+        return true;
+    }
     if (value.userType() == QMetaType::QVariantList) {
         const QVariantList list = value.toList();
         return std::any_of(list.cbegin(), list.cend(), [this, comparison](const QVariant &element) {
@@ -77,10 +81,6 @@ bool QueryComparison::holds(Operator comparison, const QVariant &value) const
         });
     }
     const std::optional<int> place = order(value);
-    const bool orEqual = comparison == Operator::LessOrEqual || comparison == Operator::GreaterOrEqual;
-    if (orEqual && isEqual(value)) {
-        return true;
-    }
     const bool less = comparison == Operator::Less || comparison == Operator::LessOrEqual;
     return place && (less ? *place < 0 : *place > 0);
 }
