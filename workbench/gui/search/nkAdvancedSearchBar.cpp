@@ -91,6 +91,10 @@ nkAdvancedSearchBar::nkAdvancedSearchBar(QWidget *parent)
     rows->setSpacing(2);
     rows->addLayout(createFieldRow());
     rows->addLayout(createStateRow());
+    // Room to spare belongs to the tree below.
+    QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Maximum);
+    policy.setHeightForWidth(true);
+    setSizePolicy(policy);
     setFocusProxy(m_lineEdit);
     showIcons();
     showState();
@@ -177,6 +181,7 @@ void nkAdvancedSearchBar::setUpState()
     m_stateLabel->setTextFormat(Qt::PlainText);
     m_stateLabel->setObjectName(QStringLiteral("SearchState"));
     m_stateLabel->setWordWrap(true);
+    m_stateLabel->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     m_stateLabel->setMinimumWidth(1);
     m_stateLabel->setTextInteractionFlags(Qt::TextSelectableByMouse);
     connect(&nkQueryService::the(), &nkQueryService::asyncMetadataQueryFinished, this,

@@ -93,9 +93,10 @@ QueryError QueryMessages::missingKey(const QString &comparison, int position) co
 
 QueryError QueryMessages::missingValue(const QString &comparison, int position) const
 {
-    return {position,
-            tr("A value is missing after \"%2\" at %1: write KEY %2 VALUE, words like \"and\" in quotes.")
-                .arg(place(position), comparison)};
+    return {
+        position,
+        tr("A value is missing after \"%2\" at %1: write KEY %2 VALUE, with words such as \"and\" in quotes.")
+            .arg(place(position), comparison)};
 }
 
 QueryError QueryMessages::unorderedRegex(const QString &comparison, int position) const
