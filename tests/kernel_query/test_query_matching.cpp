@@ -2,6 +2,8 @@
 
 #include <TestMain.h>
 
+#include <thread>
+
 using namespace QueryFixture;
 
 /// What queries find in a small scene:
@@ -27,6 +29,8 @@ private Q_SLOTS:
     void a_snapshot_taken_in_slices_is_the_same();
     void a_stopped_run_ends_at_once();
     void a_regular_expression_without_end_is_stopped();
+    void a_regular_expression_is_stopped_after_many_steps();
+    void a_cancelled_search_of_one_large_set_ends();
     void regular_expressions_share_a_bound_of_time();
 };
 
@@ -212,6 +216,50 @@ void TestQueryMatching::a_regular_expression_without_end_is_stopped()
     evaluated(QStringLiteral("/^(a+)+[bc]/"), run);
     QVERIFY(run.hasRegexFailed());
     QVERIFY(clock.elapsed() < 5000);
+}
+
+/// A million steps: too many here, though they would end by themselves.
+void TestQueryMatching::a_regular_expression_is_stopped_after_many_steps()
+{
+    add(set(QStringLiteral("Trap")), QStringLiteral("k"), T::String,
+        QString(20, QLatin1Char('a')) + QLatin1Char('!'));
+    const std::atomic<bool> cancelled(false);
+    kernel::QueryRun run(cancelled);
+    evaluated(QStringLiteral("/^(a+)+[bc]/"), run);
+    QVERIFY(run.hasRegexFailed());
+    kernel::QueryRun shortRun(cancelled);
+    evaluated(QStringLiteral("/^(aa+)+[bc]/"), shortRun);
+    QVERIFY(!shortRun.hasRegexFailed());
+}
+
+void TestQueryMatching::a_cancelled_search_of_one_large_set_ends()
+{
+    kernel::DocumentLoader loader;
+    const quint64 large = loader.addSet(QStringLiteral("Large"));
+    const QString slow = QString(13, QLatin1Char('a')) + QLatin1Char('!');
+    for (int number = 0; number < 100000; ++number) {
+        loader.addEntry(large, QStringLiteral("k%1").arg(number), T::String, slow);
+    }
+    loader.commit();
+    std::atomic<bool> cancelled(false);
+    const auto scene = snapshot();
+    const QString query = QStringLiteral("value:/^(a+)+[bc]/");
+    const auto root = kernel::QueryParser(query).parse();
+    QElapsedTimer clock;
+    std::atomic<bool> started(false);
+    std::thread worker([&] {
+        kernel::QueryRun run(cancelled, 600000);
+        kernel::QueryEvaluation evaluation(*root, *scene, run);
+        started = true;
+        evaluation.matchingSets();
+    });
+    while (!started) {
+        std::this_thread::yield();
+    }
+    clock.start();
+    cancelled = true;
+    worker.join();
+    QVERIFY2(clock.elapsed() < 1000, qPrintable(QString::number(clock.elapsed())));
 }
 
 void TestQueryMatching::regular_expressions_share_a_bound_of_time()

@@ -91,10 +91,7 @@ nkAdvancedSearchBar::nkAdvancedSearchBar(QWidget *parent)
     rows->setSpacing(2);
     rows->addLayout(createFieldRow());
     rows->addLayout(createStateRow());
-    // Room to spare belongs to the tree below.
-    QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Maximum);
-    policy.setHeightForWidth(true);
-    setSizePolicy(policy);
+    rows->addStretch();
     setFocusProxy(m_lineEdit);
     showIcons();
     showState();
