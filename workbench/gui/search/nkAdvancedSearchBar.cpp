@@ -2,6 +2,7 @@
 
 #include "QueryHelp.h"
 #include "RecentQueries.h"
+#include "SearchTexts.h"
 #include "gui/dialogs/ValueText.h"
 
 #include <nkKernelServices/nkQueryService.h>
@@ -22,9 +23,6 @@ namespace {
 // How long a person pauses before what was typed is searched: milliseconds.
 constexpr int livePause = 300;
 
-// How much of a recent query the menu shows: characters.
-constexpr int menuTextLength = 60;
-
 QString text(const char *source)
 {
     return QCoreApplication::translate("Metadata", source);
@@ -40,30 +38,6 @@ QToolButton *createButton(QWidget *parent, const char *objectName, const QString
     button->setAccessibleName(name);
     button->setToolTip(toolTip);
     return button;
-}
-
-// A query is foreign text to a menu: no mnemonics, no shortcut behind a tabulator.
-QString menuText(const QString &query)
-{
-    QString shown = ValueText::oneLine(query);
-    if (shown.size() > menuTextLength) {
-        shown = shown.left(menuTextLength - 1) + QChar(0x2026);
-    }
-    return shown.replace(QLatin1Char('&'), QLatin1String("&&"));
-}
-
-QString foundText(int count)
-{
-    switch (count) {
-    case -1:
-        return text("Found");
-    case 0:
-        return text("No set found");
-    case 1:
-        return text("1 set found");
-    default:
-        return text("%1 sets found").arg(count);
-    }
 }
 
 } // namespace
@@ -267,7 +241,7 @@ void nkAdvancedSearchBar::fillRecent()
     m_recentMenu->clear();
     const QStringList queries = RecentQueries(m_module).list();
     for (const QString &query : queries) {
-        connect(m_recentMenu->addAction(menuText(query)), &QAction::triggered, this,
+        connect(m_recentMenu->addAction(SearchTexts::inMenu(query)), &QAction::triggered, this,
                 [this, query] { searchFor(query); });
     }
     if (queries.isEmpty()) {
@@ -337,7 +311,7 @@ QString nkAdvancedSearchBar::stateText() const
 {
     switch (m_state) {
     case Succeeded:
-        return foundText(m_found);
+        return SearchTexts::found(m_found);
     case Failed: {
         const QString reason = nkQueryService::the().getQueryError();
         return reason.isEmpty() ? text("The search failed") : reason;
