@@ -17,7 +17,7 @@ class TestPanelDocks : public QObject
     Q_OBJECT
 private Q_SLOTS:
     void thePanelsStandAtTheLeftBesideTheModules();
-    void theViewMenuHidesAndRaisesThem();
+    void theViewMenuHidesThemAndBringsThemToTheFront();
     void askingForMetadataBringsTheModuleBack();
 
 private:
@@ -56,7 +56,7 @@ void TestPanelDocks::thePanelsStandAtTheLeftBesideTheModules()
     window.releaseModules();
 }
 
-void TestPanelDocks::theViewMenuHidesAndRaisesThem()
+void TestPanelDocks::theViewMenuHidesThemAndBringsThemToTheFront()
 {
     MainWindow window;
     window.show();
@@ -67,13 +67,21 @@ void TestPanelDocks::theViewMenuHidesAndRaisesThem()
         texts.append(toggle->text());
     }
     QCOMPARE(texts, QStringList({"Scene Graph", "Materials", "Cameras", "Lights", "Sceneplates"}));
-    QVERIFY(dockOf(window, 1)->visibleRegion().isEmpty() == false);
+    for (const QAction *toggle : toggles) {
+        QVERIFY(toggle->isChecked());
+    }
+    const QWidget *lights = window.panels().at(3);
+    QVERIFY(lights->visibleRegion().isEmpty()); // behind the materials
+    toggles.at(3)->trigger();
+    QTRY_VERIFY(!lights->visibleRegion().isEmpty());
+    QCOMPARE(window.focusWidget(), window.panels().at(3)->view());
+    QVERIFY(toggles.at(3)->isChecked());
     toggles.at(3)->trigger();
     QVERIFY(!dockOf(window, 3)->isVisible());
+    QVERIFY(!toggles.at(3)->isChecked());
     toggles.at(3)->trigger();
-    QTRY_VERIFY(!window.panels().at(3)->visibleRegion().isEmpty());
-    toggles.at(0)->trigger();
-    QVERIFY(!dockOf(window, 0)->isVisible());
+    QTRY_VERIFY(!lights->visibleRegion().isEmpty());
+    QVERIFY(toggles.at(3)->isChecked());
 }
 
 void TestPanelDocks::askingForMetadataBringsTheModuleBack()

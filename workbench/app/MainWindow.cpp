@@ -97,9 +97,7 @@ void MainWindow::createPanels()
     for (const EditorPanel *panel : m_panels) {
         connect(panel, &EditorPanel::metadataRequested, this, &MainWindow::showModules);
     }
-    for (const QDockWidget *dock : editors.docks()) {
-        m_view->addAction(dock->toggleViewAction());
-    }
+    m_view->addActions(editors.actions());
     m_view->addSeparator();
 }
 

@@ -16,16 +16,34 @@ QDockWidget *makeDock(EditorPanel *panel, QMainWindow *window)
     auto *dock = new QDockWidget(text.title, window);
     dock->setObjectName(text.objectName);
     dock->setWidget(panel);
-    QAction *toggle = dock->toggleViewAction();
-    toggle->setIcon(nkIconManager::getIcon(text.icon, QStringLiteral("General")));
-    // One that stands behind others comes to the front when it is asked for.
-    QObject::connect(toggle, &QAction::triggered, dock, [dock](bool shown) {
-        if (shown) {
-            dock->raise();
-            dock->widget()->setFocus(Qt::OtherFocusReason);
-        }
-    });
     return dock;
+}
+
+void hideOrShow(QDockWidget *dock)
+{
+    // One that stands behind others is there and yet not seen; the tabs take no keys.
+    if (!dock->visibleRegion().isEmpty()) {
+        dock->hide();
+    } else {
+        dock->show();
+        dock->raise();
+        dock->widget()->setFocus(Qt::OtherFocusReason);
+    }
+}
+
+QAction *makeAction(const EditorText &text, QDockWidget *dock)
+{
+    const QIcon icon = nkIconManager::getIcon(text.icon, QStringLiteral("General"));
+    auto *action = new QAction(icon, text.title, dock);
+    action->setCheckable(true);
+    const auto tellState = [action, dock] { action->setChecked(!dock->isHidden()); };
+    QObject::connect(action, &QAction::triggered, dock, [dock, tellState] {
+        hideOrShow(dock);
+        tellState();
+    });
+    QObject::connect(dock, &QDockWidget::visibilityChanged, action, tellState);
+    tellState();
+    return action;
 }
 
 } // namespace
@@ -36,6 +54,7 @@ EditorPanels::EditorPanels(QMainWindow *window)
                                       EditorModule::Light, EditorModule::Sceneplate}) {
         m_panels.append(new EditorPanel(module));
         m_docks.append(makeDock(m_panels.constLast(), window));
+        m_actions.append(makeAction(m_panels.constLast()->text(), m_docks.constLast()));
     }
     window->addDockWidget(Qt::LeftDockWidgetArea, m_docks.at(0));
     window->addDockWidget(Qt::LeftDockWidgetArea, m_docks.at(1));

@@ -3,6 +3,7 @@
 #include <QList>
 
 class EditorPanel;
+class QAction;
 class QDockWidget;
 class QMainWindow;
 
@@ -17,8 +18,12 @@ public:
     const QList<EditorPanel *> &panels() const { return m_panels; }
     /// The docks, in the order of the panels.
     const QList<QDockWidget *> &docks() const { return m_docks; }
+    /// For menus, checked while the panel is there: each hides its panel where it is seen, and otherwise shows
+    /// it, brings it in front of the others and gives it the focus. Owned by the docks.
+    const QList<QAction *> &actions() const { return m_actions; }
 
 private:
     QList<EditorPanel *> m_panels;
     QList<QDockWidget *> m_docks;
+    QList<QAction *> m_actions;
 };

@@ -34,7 +34,8 @@ EditorText EditorText::of(EditorModule module)
         return {words(QT_TRANSLATE_NOOP("EditorPanel", "Sceneplates")), QStringLiteral("SceneplatesPanel"),
                 QStringLiteral("Sceneplate"), words(QT_TRANSLATE_NOOP("EditorPanel", "Search sceneplates")),
                 words(QT_TRANSLATE_NOOP("EditorPanel", "This scene has no sceneplates.\n"
-                                                       "Open a file that has some with File > Open."))};
+                                                       "glTF files hold none: select nodes, cameras, "
+                                                       "lights or materials instead."))};
     case EditorModule::Scenegraph:
         break;
     }

@@ -138,7 +138,7 @@ void SceneObjectView::paintEvent(QPaintEvent *event)
     QNKTreeView::paintEvent(event);
     if (m_model->rowCount() == 0) {
         QPainter painter(viewport());
-        painter.setPen(palette().color(QPalette::Disabled, QPalette::Text));
+        painter.setPen(palette().color(QPalette::PlaceholderText));
         const QRect place = viewport()->rect().adjusted(emptyTextMargin, emptyTextMargin, -emptyTextMargin,
                                                         -emptyTextMargin);
         painter.drawText(place, Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap, m_emptyText);
