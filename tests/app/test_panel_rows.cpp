@@ -25,6 +25,7 @@ private Q_SLOTS:
     void everyChangeOfRowsIsAnnounced();
     void anotherSceneTakesThePlace_data() { addPanelRows(); }
     void anotherSceneTakesThePlace();
+    void anotherSceneIsUnfoldedAsFarAsItFits();
     void expansionAndPlaceSurviveAChange();
     void theFirstChildOfALeafGivesItAnExpander();
     void aRenamingIsShownOncePerTurn();
@@ -118,6 +119,21 @@ void TestPanelRows::anotherSceneTakesThePlace()
     QCOMPARE(f.shownSelection(), QStringList{"Other"});
 }
 
+void TestPanelRows::anotherSceneIsUnfoldedAsFarAsItFits()
+{
+    PanelFixture f(EditorModule::Scenegraph);
+    kernel::DocumentLoader loader;
+    const quint64 small = loader.addObject(nkObjectType::Node, QStringLiteral("Small"));
+    loader.addObject(nkObjectType::Node, QStringLiteral("Child"), small);
+    const quint64 large = loader.addObject(nkObjectType::Node, QStringLiteral("Large"));
+    for (int i = 0; i < 1000; ++i) {
+        loader.addObject(nkObjectType::Node, QString::number(i), large);
+    }
+    loader.commit();
+    QVERIFY(f.view->isExpanded(f.panel->model()->indexOf(small)));
+    QVERIFY(!f.view->isExpanded(f.panel->model()->indexOf(large)));
+}
+
 void TestPanelRows::expansionAndPlaceSurviveAChange()
 {
     PanelFixture f(EditorModule::Scenegraph);
@@ -140,9 +156,9 @@ void TestPanelRows::theFirstChildOfALeafGivesItAnExpander()
     PanelFixture f(EditorModule::Scenegraph);
     f.show();
     f.service.select(f.idsOf({"Plain"}));
-    QTest::keyClick(f.view, Qt::Key_Right);
-    QVERIFY(!f.view->isExpanded(f.row(QStringLiteral("Plain"))));
+    const QImage leaf = f.view->viewport()->grab().toImage();
     kernel::Document::the().createObject(nkObjectType::Node, QStringLiteral("Child"), f.id("Plain"));
+    QVERIFY(f.view->viewport()->grab().toImage() != leaf);
     QTest::keyClick(f.view, Qt::Key_Right);
     QVERIFY(f.view->isExpanded(f.row(QStringLiteral("Plain"))));
 }
@@ -242,9 +258,13 @@ void TestPanelRows::aRenamedObjectLeavesTheSearch()
 {
     PanelFixture f(EditorModule::Light);
     f.panel->searchBox()->lineEdit()->setText(QStringLiteral("u"));
+    f.service.select(f.idsOf({"Sun"}));
+    f.forgetCounts();
     QCOMPARE(f.rows(), QStringLiteral("Sun"));
     PanelFixture::node(f.id("Sun")).setName(QStringLiteral("Moon"));
     QCOMPARE(f.rows(), QString());
+    QCOMPARE(f.selection(), QStringList{"Moon"}); // hidden, and selected as before
+    QCOMPARE(f.told, 0);
     PanelFixture::node(f.id("Lamp")).setName(QStringLiteral("Bulb"));
     QCOMPARE(f.rows(), QStringLiteral("Bulb"));
 }

@@ -81,9 +81,12 @@ void TestPanelSelection::severalAreSelectedByKeysAndModifiersInTheirOrder()
 {
     PanelFixture f(EditorModule::Scenegraph);
     f.show();
-    f.click(QStringLiteral("Sun"));
-    f.click(QStringLiteral("Eye"), Qt::ControlModifier);
-    QCOMPARE(f.selection(), QStringList({"Sun", "Eye"}));
+    f.service.select(f.idsOf({"Sun", "Lamp"}));
+    f.forgetCounts();
+    f.click(QStringLiteral("Arm"), Qt::ControlModifier);
+    QCOMPARE(f.selection(), QStringList({"Sun", "Lamp", "Arm"}));
+    f.click(QStringLiteral("Eye"));
+    QCOMPARE(f.selection(), QStringList({"Eye"}));
     QTest::keyClick(f.view, Qt::Key_Down);
     QCOMPARE(f.selection(), QStringList({"Spare"}));
     QTest::keyClick(f.view, Qt::Key_Down, Qt::ShiftModifier);
