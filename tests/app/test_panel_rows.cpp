@@ -1,6 +1,6 @@
 #include "PanelFixture.h"
 
-#include "SignalChecker.h"
+#include "../widgets_itemmodel/SignalChecker.h"
 
 #include <TestMain.h>
 #include <nkKernelServices/nkScopedUndo.h>

@@ -72,7 +72,7 @@ void TestPanelSelection::theLastSelectionHasMovedWhenTheServiceTells()
     f.show();
     int lastWhenTold = -1;
     connect(&nkLightService::the(), &nkLightService::nodeSelectionChanged, f.panel.get(),
-            [&] { lastWhenTold = f.last(); });
+            [&] { lastWhenTold = PanelFixture::last(); });
     f.click(QStringLiteral("Sun"));
     QCOMPARE(lastWhenTold, int(EditorModule::Light));
 }

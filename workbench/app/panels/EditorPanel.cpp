@@ -32,7 +32,9 @@ EditorPanel::EditorPanel(EditorModule module, QWidget *parent)
     column->setSpacing(4);
     column->addWidget(m_search);
     column->addWidget(m_view);
-    connectAll();
+    connectSearch();
+    connectRows();
+    connectSelections();
     updateEmptyText();
     pull(Reveal::Never);
 }
@@ -67,17 +69,25 @@ void EditorPanel::createActions()
     connect(m_rename, &QAction::triggered, this, [this] { m_view->edit(m_view->currentIndex()); });
 }
 
-void EditorPanel::connectAll()
+void EditorPanel::connectSearch()
 {
     connect(m_search, &QNKSearchBox::searchChanged, this, &EditorPanel::search);
     connect(m_search, &QNKSearchBox::searchDisabled, this, [this] { search(QString()); });
     connect(m_search->lineEdit(), &QLineEdit::returnPressed, m_view,
             [this] { m_view->setFocus(Qt::OtherFocusReason); });
+}
+
+void EditorPanel::connectRows()
+{
     connect(m_view, &QWidget::customContextMenuRequested, this, &EditorPanel::showMenu);
     connect(m_model, &SceneObjectModel::followed, this, [this] {
         updateEmptyText();
         pull(Reveal::Never);
     });
+}
+
+void EditorPanel::connectSelections()
+{
     connect(m_view->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
         if (!m_pulling && !m_model->isFollowing()) {
             push();

@@ -37,7 +37,9 @@ private:
     void createSearch();
     void createView();
     void createActions();
-    void connectAll();
+    void connectSearch();
+    void connectRows();
+    void connectSelections();
     void search(const QString &text);
     void becomeLast();
     void push();

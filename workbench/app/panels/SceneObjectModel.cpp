@@ -97,32 +97,38 @@ QModelIndex SceneObjectModel::indexOf(quint64 id) const
 
 QItemSelection SceneObjectModel::selectionOf(const QList<quint64> &ids) const
 {
-    QHash<quint64, QVector<int>> rowsByParent;
-    QHash<quint64, QModelIndex> parents;
+    QHash<QModelIndex, QVector<int>> rows;
+    quint64 parentId = 0;
+    QModelIndex parent;
     for (const quint64 id : ids) {
-        const quint64 parentId = m_listing.parentOf(id);
-        if (!parents.contains(parentId)) {
-            parents.insert(parentId, indexOf(parentId));
+        // Neighbours are often selected together: their parent is looked up once.
+        if (const quint64 above = m_listing.parentOf(id); above != parentId) {
+            parentId = above;
+            parent = indexOf(above);
         }
-        const QModelIndex parent = parents.value(parentId);
         const int row = parentId == 0 || parent.isValid() ? levelBelow(parent).rowOf(id) : -1;
         if (row >= 0) {
-            rowsByParent[parentId].append(row);
+            rows[parent].append(row);
         }
     }
     QItemSelection selection;
-    for (auto level = rowsByParent.begin(); level != rowsByParent.end(); ++level) {
-        QVector<int> &rows = level.value();
-        std::sort(rows.begin(), rows.end());
-        for (int first = 0, next = 0; first < rows.size(); first = next) {
-            do {
-                ++next;
-            } while (next < rows.size() && rows.at(next) <= rows.at(next - 1) + 1);
-            const QModelIndex parent = parents.value(level.key());
-            selection.append({index(rows.at(first), 0, parent), index(rows.at(next - 1), 0, parent)});
-        }
+    for (auto level = rows.cbegin(); level != rows.cend(); ++level) {
+        appendRanges(selection, level.key(), level.value());
     }
     return selection;
+}
+
+/// Rows of one parent, as few ranges as they make.
+void SceneObjectModel::appendRanges(QItemSelection &selection, const QModelIndex &parent,
+                                    QVector<int> rows) const
+{
+    std::sort(rows.begin(), rows.end());
+    for (int first = 0, next = 0; first < rows.size(); first = next) {
+        do {
+            ++next;
+        } while (next < rows.size() && rows.at(next) <= rows.at(next - 1) + 1);
+        selection.append({index(rows.at(first), 0, parent), index(rows.at(next - 1), 0, parent)});
+    }
 }
 
 QList<quint64> SceneObjectModel::idsOf(const QItemSelection &selection) const

@@ -76,6 +76,7 @@ private:
     const SceneLevel &levelBelow(const QModelIndex &parent) const;
     const SceneLevel *findLevel(quint64 id) const;
     QModelIndex rowAbove(quint64 levelId) const;
+    void appendRanges(QItemSelection &selection, const QModelIndex &parent, QVector<int> rows) const;
     void noteChange(const nkdObject &object, const QString &property);
     void tellChanged();
     void follow();
