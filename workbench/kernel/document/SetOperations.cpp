@@ -149,11 +149,11 @@ void setLocked(quint64 id, bool locked)
     operation.toggleLock(ChangeKind::SetLock, store.setSlot(id));
 }
 
-bool setAsset(quint64 id, AssetState state, const QString &assetId)
+bool setAsset(quint64 id, const AssetLink &link)
 {
     const Store &store = Document::the().store();
     const SetRecord *set = store.findSet(id);
-    const AssetLink asset{state, state == AssetState::None ? QString() : assetId};
+    const AssetLink asset = link.state == AssetState::None ? AssetLink() : link;
     if (!set || set->owner != NoSlot || set->asset == asset) {
         return false;
     }

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "AssetState.h"
 #include "Clipboard.h"
+#include "Records.h"
 #include "SlotList.h"
 
 #include <QColor>
@@ -27,7 +27,8 @@ void unassign(const QVector<Slot> &sets, const QVector<Slot> &objects);
 void rename(quint64 id, const QString &name);
 void setColor(quint64 id, const QColor &color);
 void setLocked(quint64 id, bool locked);
-bool setAsset(quint64 id, AssetState state, const QString &assetId);
+/// A link that says None drops the rest of it.
+bool setAsset(quint64 id, const AssetLink &link);
 
 } // namespace SetOperations
 
