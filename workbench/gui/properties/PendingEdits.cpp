@@ -1,0 +1,29 @@
+#include "PendingEdits.h"
+
+PendingEdits::PendingEdits(QWidget *panel) : QListView(panel), QNKViewBase(this), m_cell({QString()})
+{
+    setObjectName(QStringLiteral("PendingEdits"));
+    setFocusPolicy(Qt::NoFocus);
+    setModel(&m_cell);
+    setCurrentIndex(m_cell.index(0));
+    // What the host takes for the open editor.
+    setIndexWidget(m_cell.index(0), new QWidget(viewport()));
+    hide();
+}
+
+// The model goes before the view does.
+PendingEdits::~PendingEdits()
+{
+    setModel(nullptr);
+}
+
+void PendingEdits::commitData(QWidget *)
+{
+    Q_EMIT commitRequested();
+}
+
+// The editor is not the panel's: only its being open has ended.
+void PendingEdits::closeEditor(QWidget *, QAbstractItemDelegate::EndEditHint)
+{
+    setPending(false);
+}
