@@ -22,8 +22,5 @@ void PendingEdits::commitData(QWidget *)
     Q_EMIT commitRequested();
 }
 
-// The editor is not the panel's: only its being open has ended.
-void PendingEdits::closeEditor(QWidget *, QAbstractItemDelegate::EndEditHint)
-{
-    setPending(false);
-}
+// The panel says itself when nothing waits any more.
+void PendingEdits::closeEditor(QWidget *, QAbstractItemDelegate::EndEditHint) {}
