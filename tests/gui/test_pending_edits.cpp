@@ -140,6 +140,21 @@ private Q_SLOTS:
         QCOMPARE(edit("key")->text(), QStringLiteral("colour"));
     }
 
+    void objects_given_under_the_question_are_the_ones_shown()
+    {
+        show({colour()});
+        type(edit("key"), QStringLiteral("count"));
+        const nkdMetadataEntry newest = GuiScene::entry(m_scene.second, "colour");
+        const ModalAnswer answer([&](QDialog *box) {
+            show({newest});
+            box->reject();
+        });
+        show({GuiScene::entry(m_scene.common, "count")});
+        QVERIFY(answer.given());
+        QCOMPARE(m_panel->getCurrentObjects().first().getObject(), nkdObject(newest));
+        QCOMPARE(edit("value")->text(), QStringLiteral("blue"));
+    }
+
     void a_commit_that_ends_the_panel_is_survived()
     {
         show({colour()});

@@ -89,6 +89,7 @@ struct nkPropertyEditorWidget::Private
     QScrollArea *scrollArea = nullptr;
     QVBoxLayout *column = nullptr;
     PendingEdits *pending = nullptr;
+    int requests = 0; // to show other objects
 };
 
 void nkPropertyEditorWidget::Private::build(bool showHeader, bool scrollable)
@@ -292,8 +293,10 @@ void nkPropertyEditorWidget::setCurrentObjects(const QList<nkPropertyEditorNkdOb
     const Wrappers wanted = objects;
     const QPointer<nkPropertyEditorWidget> alive(this);
     if (force || !sameObjects(wanted, d->objects)) {
+        const int request = ++d->requests;
         d->commitPending();
-        if (!alive) {
+        // Under a question the panel can go, or be given newer objects.
+        if (!alive || request != d->requests) {
             return;
         }
         d->objects = wanted;
