@@ -98,3 +98,17 @@ private:
     Saved m_saved;
     bool m_removesInLayout = false;
 };
+
+template <typename Change>
+void QNKSortFilterProxyModel::Private::layOut(Change doIt, LayoutChangeHint hint)
+{
+    if (!mapping.source()) {
+        doIt();
+        return;
+    }
+    Q_EMIT q->layoutAboutToBeChanged({}, hint);
+    save();
+    doIt();
+    restore();
+    Q_EMIT q->layoutChanged({}, hint);
+}
