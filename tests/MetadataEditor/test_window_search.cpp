@@ -77,6 +77,25 @@ private Q_SLOTS:
         QCOMPARE(bar()->getState(), 2);
     }
 
+    void finds_sets_by_what_their_entries_hold()
+    {
+        search(QStringLiteral("value:nowhere"));
+        QCOMPARE(bar()->getState(), 3);
+        QTRY_COMPARE(bar()->getState(), 1);
+        QVERIFY(m_editor->treeNames().isEmpty());
+        bar()->lineEdit()->selectAll();
+        search(QStringLiteral("set:Gamma"));
+        QTRY_COMPARE(m_editor->treeNames(), QStringList{"Gamma"});
+        QCOMPARE(bar()->getState(), 1);
+    }
+
+    void tells_a_query_that_it_cannot_read()
+    {
+        search(QStringLiteral("(second"));
+        QTRY_COMPARE(bar()->getState(), 2);
+        QVERIFY(m_editor->treeNames().isEmpty());
+    }
+
     void leaves_the_sets_found_in_the_upper_tree_alone()
     {
         search(QStringLiteral("gamma"));
