@@ -159,8 +159,10 @@ void nkMetadataEditorModule::createAdvancedSearch()
             [this] { m_advancedSearch->getSearchBar()->setState(nkAdvancedSearchBar::Running); });
     connect(service, &nkQueryService::asyncMetadataQueryFinished, this,
             &nkMetadataEditorModule::onSearchFinished);
-    delete centralwidget->layout()->replaceWidget(m_searchFrame, m_advancedSearch->getWidget(),
-                                                  Qt::FindChildrenRecursively);
+    QWidget *bar = m_advancedSearch->getWidget();
+    // No higher than it needs to be, as the frame it stands for.
+    bar->setSizePolicy(m_searchFrame->sizePolicy());
+    delete centralwidget->layout()->replaceWidget(m_searchFrame, bar, Qt::FindChildrenRecursively);
     delete m_searchFrame;
     m_searchFrame = nullptr;
 }

@@ -36,7 +36,20 @@ private Q_SLOTS:
         QCOMPARE(grid->itemAtPosition(1, 0)->widget()->objectName(), QStringLiteral("m_horizontalSplitter"));
         QCOMPARE(grid->count(), 2);
         QVERIFY(bar()->isVisible());
-        QVERIFY(bar()->height() < 60);
+    }
+
+    void takes_no_more_height_than_it_needs()
+    {
+        m_editor->window->resize(1088, 950);
+        WindowFixture::settle();
+        const int idle = bar()->height();
+        QVERIFY2(idle <= bar()->lineEdit()->height() + 12, qPrintable(QString::number(idle)));
+        Q_EMIT nkQueryService::the().asyncMetadataQueryStarted();
+        WindowFixture::settle();
+        QVERIFY(bar()->height() >= bar()->minimumSizeHint().height());
+        Q_EMIT nkQueryService::the().asyncMetadataQueryFinished(true, {});
+        WindowFixture::settle();
+        QVERIFY(bar()->height() < 3 * idle);
     }
 
     void is_the_search_of_this_module()
