@@ -26,6 +26,7 @@ enum class JsonErrorCode {
     BadString, ///< a control character or an unknown escape
     BadUtf8,
     TooDeep,     ///< more containers inside each other than allowed
+    TooMany,     ///< more values than allowed
     TrailingText ///< something behind the outermost value
 };
 

@@ -142,6 +142,9 @@ bool JsonParser::parseValue()
 {
     if (atEnd())
         return failExpecting(tr("a value is expected"));
+    if (m_tree.size() >= m_limits.values)
+        return fail(JsonErrorCode::TooMany,
+                    tr("there are more than %1 values in the text").arg(m_limits.values));
     switch (*m_at) {
     case '{':
         return openContainer(JsonKind::Object);

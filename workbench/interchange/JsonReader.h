@@ -11,6 +11,8 @@ struct JsonLimits
     /// Objects and arrays inside each other, the outermost counted. Real scene files nest a dozen levels, deeply
     /// nested extensions a few dozen more; the reader itself needs no stack, so this only protects what comes after.
     int depth = 512;
+    /// Values in all, containers counted; each takes 24 bytes of memory, whatever little text it has.
+    quint32 values = 0xffffffffu;
 };
 
 /// Reads JSON as RFC 8259 has it and nothing more, and keeps where everything stands.
