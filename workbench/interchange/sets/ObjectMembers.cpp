@@ -45,7 +45,7 @@ bool ObjectMembers::readMember(const JsonValue &member, SetFileError &error)
 {
     const int place = placeOf(member);
     if (place < 0) {
-        error = SetFileError::atValue(member, tr("no member of this name is known here"));
+        error = SetFileError::atMember(member, tr("no member of this name is known here"));
         return false;
     }
     if (m_values[place].isPresent()) {

@@ -42,14 +42,26 @@ SetFileError SetFileError::atValue(const JsonValue &value, const QString &reason
     return error;
 }
 
-QString SetFileError::message(const QString &intent) const
+SetFileError SetFileError::atMember(const JsonValue &member, const QString &reason)
+{
+    SetFileError error = atValue(member, reason);
+    error.m_place = JsonPlace::of(member.tree()->text(), member.memberSpan().offset);
+    return error;
+}
+
+QString SetFileError::clause() const
 {
     if (m_path.isEmpty())
-        return tr("%1: %2; %3.").arg(intent, m_reason, m_advice);
+        return m_reason;
     const QString place = tr("line %1, column %2, at %3")
                               .arg(QString::number(m_place.line), QString::number(m_place.column),
                                    shortened(m_path));
-    return tr("%1: %2 (%3); %4.").arg(intent, m_reason, place, m_advice);
+    return tr("%1 (%2)").arg(m_reason, place);
+}
+
+QString SetFileError::message(const QString &intent) const
+{
+    return tr("%1: %2; %3.").arg(intent, clause(), m_advice);
 }
 
 } // namespace interchange

@@ -23,8 +23,12 @@ public:
     static SetFileError atJson(const JsonError &error);
     /// The text is JSON, but this value cannot mean anything.
     static SetFileError atValue(const JsonValue &value, const QString &reason);
+    /// The member itself has no business here, whatever its value.
+    static SetFileError atMember(const JsonValue &member, const QString &reason);
 
     bool isSet() const { return !m_reason.isEmpty(); }
+    /// What is wrong and where, a clause.
+    QString clause() const;
     /// One sentence: what was not done to what, why, where, what to do.
     /// @param intent for example "“a.json” was not loaded"
     QString message(const QString &intent) const;

@@ -118,7 +118,7 @@ bool SetFileSaver::verify(int count)
         });
     }
     if (loader.error().isSet())
-        return failSystem(loader.error().message(tr("what was written cannot be read back")));
+        return failSystem(tr("what was written cannot be read back: %1").arg(loader.error().clause()));
     if (m_progress.isCancelled())
         return false;
     return (sets == count && entries == m_entries)

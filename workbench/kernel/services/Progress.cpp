@@ -4,8 +4,7 @@ namespace kernel {
 
 namespace {
 
-/// Often enough to look smooth and to cancel at once, seldom enough to cost nothing.
-constexpr qint64 MillisecondsBetween = 40;
+constexpr int UsualInterval = 40;
 
 int running = 0;
 
@@ -25,6 +24,11 @@ ProgressDisplay *ProgressDisplay::installed()
 void ProgressDisplay::install(ProgressDisplay *display)
 {
     theDisplay() = display;
+}
+
+int ProgressDisplay::interval() const
+{
+    return UsualInterval;
 }
 
 Progress::Progress(const QString &text)
@@ -52,8 +56,10 @@ bool Progress::isRunning()
 
 bool Progress::advance(double share)
 {
-    const bool isTime = !m_sinceTold.isValid() || m_sinceTold.elapsed() >= MillisecondsBetween;
-    if (m_display && isTime && !m_isCancelled) {
+    if (!m_display || m_isCancelled) {
+        return !m_isCancelled;
+    }
+    if (!m_sinceTold.isValid() || m_sinceTold.elapsed() >= m_display->interval()) {
         m_isCancelled = !m_display->advance(share);
         m_sinceTold.start();
     }

@@ -25,6 +25,9 @@ public:
     /// The work has come so far (0 to 1). May run the event loop, but must keep the person from everything but
     /// waiting and cancelling. @return false when the work is to stop
     virtual bool advance(double share) = 0;
+    /// Milliseconds that lie at least between two calls of advance(): often enough to look smooth and to cancel
+    /// at once, seldom enough to cost nothing.
+    virtual int interval() const;
     /// The work has ended, in whatever way. Comes once for every begin.
     virtual void end() = 0;
 };
