@@ -76,33 +76,38 @@ bool OpenFile::readAll(QByteArray &content, qint64 largest, const std::function<
     if (FileCalls::the().fstat(m_handle, &state) != 0) {
         return fail();
     }
-    content.resize(int(std::min<qint64>(state.st_size, largest) + 1));
+    m_isTooLarge = state.st_size > largest;
+    if (m_isTooLarge) {
+        return false;
+    }
+    // One byte more than there should be shows at once whether the file has grown.
+    content.resize(int(state.st_size) + 1);
     qint64 size = 0;
-    for (;;) {
-        const qint64 wanted = std::min(ReadAtOnce, content.size() - size);
-        const ssize_t count = FileCalls::the().read(m_handle, content.data() + size, size_t(wanted));
-        if (count < 0 && errno != EINTR) {
-            return fail();
-        }
-        size += std::max<qint64>(count, 0);
-        if (size > largest || state.st_size > largest) {
-            m_isTooLarge = true;
-            return false;
-        }
-        if (count == 0) {
-            break;
-        }
-        if (goOn && !goOn(size, state.st_size)) {
-            m_error.clear();
-            return false;
-        }
+    for (qint64 step = 1; step > 0; size += step) {
         if (size == content.size()) {
-            // The file has grown since it was asked for its size.
             content.resize(int(std::min(size + ReadAtOnce, largest + 1)));
+        }
+        step = readPiece(content.data() + size, std::min(ReadAtOnce, content.size() - size));
+        m_isTooLarge = size + step > largest;
+        if (step < 0 || m_isTooLarge || (goOn && !goOn(size + step, state.st_size))) {
+            return false;
         }
     }
     content.truncate(int(size));
     return true;
+}
+
+/// @return the bytes read, 0 at the end, -1 on failure
+qint64 OpenFile::readPiece(char *bytes, qint64 size)
+{
+    ssize_t count = 0;
+    do {
+        count = FileCalls::the().read(m_handle, bytes, size_t(size));
+    } while (count < 0 && errno == EINTR);
+    if (count < 0) {
+        fail();
+    }
+    return count;
 }
 
 bool OpenFile::sync()

@@ -26,8 +26,8 @@ public:
     int handle() const { return m_handle; }
 
     bool write(const char *bytes, qint64 size);
-    /// The whole content, from the start. False with the reason tooLarge() where it has more than `largest` bytes,
-    /// and with an empty reason where `goOn` said no.
+    /// The whole content, from the start. False with isTooLarge() where it has more than `largest` bytes (at most
+    /// 2^30), and where `goOn` said no.
     /// @param goOn told how many bytes have come of how many; may be null
     bool readAll(QByteArray &content, qint64 largest, const std::function<bool(qint64, qint64)> &goOn);
     bool sync();
@@ -43,6 +43,7 @@ public:
 
 private:
     bool fail();
+    qint64 readPiece(char *bytes, qint64 size);
 
     int m_handle = -1;
     QString m_error;
