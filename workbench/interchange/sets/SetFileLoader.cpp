@@ -13,7 +13,7 @@ namespace {
 
 // What reading the bytes, telling the values apart and understanding them cost, measured on large files.
 constexpr double BytesRead = 0.2;
-constexpr double ValuesKnown = 0.5;
+constexpr double ValuesKnown = 0.6;
 
 constexpr qint64 Mebi = 1 << 20;
 
@@ -57,8 +57,9 @@ bool SetFileLoader::readSets(const std::function<void(kernel::SetCopy &&)> &sink
         return fail(tr("the file is empty"), tr("copy it or save it again"));
     JsonTree tree;
     JsonReader reader(JsonLimits{m_limits.jsonDepth(), m_limits.values});
+    reader.setGoOn([this](double share) { return advance(BytesRead + (ValuesKnown - BytesRead) * share); });
     const bool isJson = reader.read(std::exchange(m_bytes, QByteArray()), tree);
-    if (!isJson)
+    if (!isJson && !m_progress.isCancelled())
         m_error = SetFileError::atJson(reader.error());
     if (!isJson || !advance(ValuesKnown))
         return false;
