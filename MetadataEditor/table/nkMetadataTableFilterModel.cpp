@@ -57,32 +57,38 @@ void nkMetadataTableFilterModel::prepareFilter()
 bool nkMetadataTableFilterModel::acceptsRow(int sourceRow, const QModelIndex &sourceParent) const
 {
     const auto cell = [&](int column) { return sourceModel()->index(sourceRow, column, sourceParent); };
-    return acceptsText(m_name, cell(AssignmentColumn)) && acceptsText(m_key, cell(KeyColumn))
-           && acceptsText(m_value, cell(ValueColumn)) && acceptsType(cell(AssignmentColumn))
-           && acceptsState(cell(AssignmentColumn));
+    return (m_name.pattern().isEmpty() || acceptsText(m_name, cell(AssignmentColumn)))
+           && (m_key.pattern().isEmpty() || acceptsText(m_key, cell(KeyColumn)))
+           && (m_value.pattern().isEmpty() || acceptsText(m_value, cell(ValueColumn)))
+           && (!filtersByType() || acceptsType(cell(AssignmentColumn)))
+           && (!filtersByState() || acceptsState(cell(AssignmentColumn)));
 }
 
 bool nkMetadataTableFilterModel::acceptsText(const QStringMatcher &filter,
                                              const QModelIndex &sourceIndex) const
 {
-    return filter.pattern().isEmpty() || filter.indexIn(sourceIndex.data(Qt::DisplayRole).toString()) != -1;
+    return filter.indexIn(sourceIndex.data(Qt::DisplayRole).toString()) != -1;
+}
+
+bool nkMetadataTableFilterModel::filtersByType() const
+{
+    return m_typeFilterEnabled && !m_typeFilterEmpty;
 }
 
 bool nkMetadataTableFilterModel::acceptsType(const QModelIndex &sourceIndex) const
 {
-    if (m_typeFilterEmpty || !m_typeFilterEnabled) {
-        return true;
-    }
     const nkdMetadataEntry entry = nkMetadataRowHandles::entry(sourceIndex);
     return m_allowedTypes.contains(entry.getValueType())
            || (m_allowedTypes.contains(TagType) && entry.isTag());
 }
 
+bool nkMetadataTableFilterModel::filtersByState() const
+{
+    return isStateFilterEnabled() && !stateFilter().isEmpty();
+}
+
 bool nkMetadataTableFilterModel::acceptsState(const QModelIndex &sourceIndex) const
 {
-    if (!isStateFilterEnabled() || stateFilter().isEmpty()) {
-        return true;
-    }
     const nkdMetadataSet set = nkMetadataRowHandles::set(sourceIndex);
     return set.isNull() || filterState(set);
 }
@@ -118,4 +124,31 @@ bool nkMetadataTableFilterModel::lessByTexts(const QModelIndex &left, const QMod
         return lessThan(rightName, leftName);
     }
     return lessThan(text(right, KeyColumn), text(left, KeyColumn));
+}
+
+bool nkMetadataTableFilterModel::appendSortKey(const QModelIndex &sourceIndex, QByteArray &key) const
+{
+    const auto text = [&](int column) {
+        return sourceIndex.sibling(sourceIndex.row(), column).data(Qt::DisplayRole);
+    };
+    if (sourceIndex.column() != IconColumn) {
+        const QVariant shown = sourceIndex.data(Qt::DisplayRole);
+        if (shown.userType() == QMetaType::QString) {
+            appendTextSortKey(shown.toString(), key);
+        }
+        return shown.userType() == QMetaType::QString;
+    }
+    const QColor color = sourceIndex.data(ColorRole).value<QColor>();
+    const int hue = color.hsvHue() + 1; // grey has -1
+    for (const int part : {hue >> 8, hue & 0xff, color.hsvSaturation(), color.value()}) {
+        key.append(char(part));
+    }
+    // What only the rounding to these numbers makes equal is not of one colour.
+    const QRgba64 exact = color.rgba64();
+    for (const quint16 part : {exact.red(), exact.green(), exact.blue(), exact.alpha()}) {
+        key.append(char(part >> 8)).append(char(part & 0xff));
+    }
+    appendInvertedTextSortKey(text(AssignmentColumn).toString(), key);
+    appendInvertedTextSortKey(text(KeyColumn).toString(), key);
+    return true;
 }

@@ -44,10 +44,13 @@ protected:
     /// The icon column: by the colour's hue, saturation and value; rows of one colour by set name, then key,
     /// both in descending order. The other columns: as the base.
     bool lessThan(const QModelIndex &left, const QModelIndex &right) const override;
+    bool appendSortKey(const QModelIndex &sourceIndex, QByteArray &key) const override;
 
 private:
     void setText(QStringMatcher &filter, const QString &text);
     bool acceptsText(const QStringMatcher &filter, const QModelIndex &sourceIndex) const;
+    bool filtersByType() const;
+    bool filtersByState() const;
     bool acceptsType(const QModelIndex &sourceIndex) const;
     bool acceptsState(const QModelIndex &sourceIndex) const;
     bool lessByTexts(const QModelIndex &left, const QModelIndex &right) const;

@@ -25,6 +25,8 @@ public:
 
 protected:
     bool acceptsRow(int sourceRow, const QModelIndex &sourceParent) const override;
+    /// Texts have keys.
+    bool appendSortKey(const QModelIndex &sourceIndex, QByteArray &key) const override;
 
 private:
     struct Private;

@@ -9,6 +9,9 @@
 #include <QSignalSpy>
 #include <QStyledItemDelegate>
 
+class OpenEditorTest;
+Q_DECLARE_METATYPE(std::function<void(OpenEditorTest *)>)
+
 /// A delegate whose editor for column 1 is a date edit, to see that more than line edits are kept.
 class DateDelegate : public QStyledItemDelegate
 {
@@ -385,8 +388,6 @@ void OpenEditorTest::indexWidgetsAreNoEditors()
     QVERIFY(m_view->indexWidget(shown(3)));
     QVERIFY(m_written.isEmpty());
 }
-
-Q_DECLARE_METATYPE(std::function<void(OpenEditorTest *)>)
 
 NK_TEST_MAIN(OpenEditorTest)
 #include "test_open_editor.moc"

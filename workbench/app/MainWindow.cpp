@@ -1,6 +1,8 @@
 #include "MainWindow.h"
 
 #include "ModuleFrame.h"
+#include "panels/EditorPanel.h"
+#include "panels/EditorPanels.h"
 
 #include "kernel/document/Document.h"
 
@@ -20,7 +22,9 @@
 namespace {
 
 // A fair share of a 1440 x 900 display, the smallest the workbench is laid out for.
-constexpr QSize startSize(1280, 800);
+constexpr QSize startSize(1400, 820);
+/// What of its width the panels have at the start; the modules have the rest.
+constexpr int panelWidth = 400;
 
 /// A text from outside as part of a menu entry: its ampersands are no mnemonics.
 QString menuText(const QString &text)
@@ -34,9 +38,11 @@ MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent)
 {
     setObjectName(QStringLiteral("MainWindow"));
     setDockNestingEnabled(true);
+    setTabPosition(Qt::LeftDockWidgetArea, QTabWidget::North);
     createFileMenu();
     createEditMenu();
     createViewMenu();
+    createPanels();
     statusBar();
     showScene(QString());
     resize(startSize);
@@ -84,6 +90,37 @@ void MainWindow::createViewMenu()
     m_view = menuBar()->addMenu(tr("&View"));
 }
 
+void MainWindow::createPanels()
+{
+    const EditorPanels editors(this);
+    m_panels = editors.panels();
+    for (const EditorPanel *panel : m_panels) {
+        connect(panel, &EditorPanel::metadataRequested, this, &MainWindow::showModules);
+    }
+    m_view->addActions(editors.actions());
+    m_view->addSeparator();
+}
+
+void MainWindow::showModules()
+{
+    for (ModuleFrame *frame : qAsConst(m_frames)) {
+        frame->show();
+        frame->raise();
+    }
+}
+
+/// The window has no central widget: docks share all of it.
+void MainWindow::shareSpace()
+{
+    QList<QDockWidget *> docks{qobject_cast<QDockWidget *>(m_panels.constFirst()->parentWidget())};
+    QList<int> widths{panelWidth};
+    for (ModuleFrame *frame : qAsConst(m_frames)) {
+        docks.append(frame);
+        widths.append((startSize.width() - panelWidth) / m_frames.size());
+    }
+    resizeDocks(docks, widths, Qt::Horizontal);
+}
+
 void MainWindow::updateUndoActions()
 {
     const QUndoStack *stack = kernel::Document::the().undoStack();
@@ -98,12 +135,13 @@ void MainWindow::addModule(const QString &name, const QString &group, QWidget *w
 {
     auto *frame = new ModuleFrame(name, shortTitle, window, this);
     m_frames.append(frame);
-    addDockWidget(Qt::TopDockWidgetArea, frame);
+    addDockWidget(Qt::RightDockWidgetArea, frame);
     QAction *toggle = frame->toggleViewAction();
     toggle->setText(menuText(name));
     toggle->setIcon(icon);
     groupMenu(group)->addAction(toggle);
     frame->setVisible(!startHidden);
+    shareSpace();
 }
 
 QMenu *MainWindow::groupMenu(const QString &group)

@@ -4,11 +4,13 @@
 #include <QString>
 #include <QStringList>
 
+class EditorPanel;
 class ModuleFrame;
 class QAction;
 class QMenu;
 
-/// The main window of the workbench: menus, the frames of the modules, a status line.
+/// The main window of the workbench: menus, the panels of the scene's editors at the left, the frames of the
+/// modules beside them, a status line.
 ///
 /// It tells what the user asked for by signals and holds no document of its own.
 class MainWindow : public QMainWindow
@@ -32,6 +34,9 @@ public:
     /// The default name filter of file dialogs for scenes.
     static QString sceneFileFilter();
 
+    /// The panels of the scene's editors: scene graph, materials, cameras, lights, sceneplates. Owned.
+    const QList<EditorPanel *> &panels() const { return m_panels; }
+
 Q_SIGNALS:
     /// The user chose a scene to open.
     void openRequested(const QString &path);
@@ -43,6 +48,9 @@ private:
     void createFileMenu();
     void createEditMenu();
     void createViewMenu();
+    void createPanels();
+    void showModules();
+    void shareSpace();
     void updateUndoActions();
     void chooseScene();
     QMenu *groupMenu(const QString &group);
@@ -50,5 +58,6 @@ private:
     QAction *m_undo = nullptr;
     QAction *m_redo = nullptr;
     QMenu *m_view = nullptr;
+    QList<EditorPanel *> m_panels;
     QList<ModuleFrame *> m_frames;
 };

@@ -78,10 +78,74 @@ int compareExactly(Reader left, Reader right)
     }
     return int(right.atEnd()) - int(left.atEnd());
 }
+
+// A key holds the folded text and then the exact one, each as code points in UTF-8, whose bytes have the order
+// of the code points (lone surrogates too), and closed by a zero byte. A zero or one in the text is escaped by
+// a one.
+constexpr char KeyEnd = 0;
+constexpr char KeyEscape = 1;
+
+void appendMultiByte(uint codePoint, QByteArray &key)
+{
+    const auto tail = [&](int shift) { key.append(char(0x80 | ((codePoint >> shift) & 0x3f))); };
+    if (codePoint < 0x800) {
+        key.append(char(0xc0 | (codePoint >> 6)));
+    } else if (codePoint < 0x10000) {
+        key.append(char(0xe0 | (codePoint >> 12)));
+        tail(6);
+    } else {
+        key.append(char(0xf0 | (codePoint >> 18)));
+        tail(12);
+        tail(6);
+    }
+    tail(0);
+}
+
+void appendCodePoint(uint codePoint, QByteArray &key)
+{
+    if (codePoint >= 0x80) {
+        appendMultiByte(codePoint, key);
+    } else if (codePoint > uint(KeyEscape)) {
+        key.append(char(codePoint));
+    } else {
+        key.append(KeyEscape);
+        key.append(char(codePoint + 1));
+    }
+}
+
+/// A digit, which only numbers begin with, the number's length and its digits.
+void appendNumber(QStringView number, QByteArray &key)
+{
+    key.append('0');
+    const quint32 length = quint32(number.size());
+    if (length < 0xff) {
+        key.append(char(length));
+    } else {
+        key.append(char(0xff));
+        for (int shift = 24; shift >= 0; shift -= 8)
+            key.append(char((length >> shift) & 0xff));
+    }
+    for (const QChar digit : number)
+        key.append(char(digit.unicode()));
+}
 } // namespace
 
 int compareNaturally(const QString &left, const QString &right)
 {
     const int order = compareFolded(Reader(left), Reader(right));
     return order != 0 ? order : compareExactly(Reader(left), Reader(right));
+}
+
+void appendNaturalKey(const QString &text, QByteArray &key)
+{
+    for (Reader reader(text); !reader.atEnd();) {
+        if (reader.atDigit())
+            appendNumber(reader.number(), key);
+        else
+            appendCodePoint(QChar::toCaseFolded(reader.next()), key);
+    }
+    key.append(KeyEnd);
+    for (Reader reader(text); !reader.atEnd();)
+        appendCodePoint(reader.next(), key);
+    key.append(KeyEnd);
 }

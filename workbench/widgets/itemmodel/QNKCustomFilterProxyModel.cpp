@@ -62,3 +62,12 @@ bool QNKCustomFilterProxyModel::acceptsRow(int sourceRow, const QModelIndex &sou
     }
     return true;
 }
+
+bool QNKCustomFilterProxyModel::appendSortKey(const QModelIndex &sourceIndex, QByteArray &key) const
+{
+    const QVariant text = sourceIndex.data();
+    if (text.userType() != QMetaType::QString)
+        return false;
+    appendTextSortKey(text.toString(), key);
+    return true;
+}

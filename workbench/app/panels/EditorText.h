@@ -1,0 +1,21 @@
+#pragma once
+
+#include "EditorModule.h"
+
+#include <QString>
+
+/// The words and the icon of an editor's panel, translated.
+struct EditorText
+{
+    QString title;
+    /// What the panel's dock is called in saved layouts; never translated.
+    QString objectName;
+    /// Name of the icon in the category "General".
+    QString icon;
+    /// The accessible name of the search field, and what stands in it while it is empty.
+    QString search;
+    /// What the panel says in place of rows: nothing to list, and what to do about it.
+    QString empty;
+
+    static EditorText of(EditorModule module);
+};
