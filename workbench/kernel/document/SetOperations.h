@@ -28,6 +28,9 @@ QVector<Slot> load(const std::vector<SetCopy> &copies, const QVector<Slot> &obje
 /// keeps its name, and a set whose copy has none keeps its own.
 /// @return false where the set is not there or not editable
 bool replaceContent(quint64 id, const SetCopy &copy);
+/// Gives a set the content of a version of its asset, and that link: one change. Also where it is at rest.
+/// @return false where it is not there, locked, or an object set
+bool takeVersion(quint64 id, const SetCopy &copy, const AssetLink &link);
 void assign(const QVector<Slot> &sets, const QVector<Slot> &objects);
 void unassign(const QVector<Slot> &sets, const QVector<Slot> &objects);
 
