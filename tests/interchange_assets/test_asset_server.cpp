@@ -1,8 +1,11 @@
+#include "AssetScene.h"
 #include "DatabaseServer.h"
 
 #include "interchange/assets/SqlAssetStore.h"
 
 #include <TestMain.h>
+
+#include <QUndoStack>
 
 using interchange::AssetAddress;
 using interchange::SqlAssetStore;
@@ -74,6 +77,46 @@ private Q_SLOTS:
         QVERIFY(m_server.start().isEmpty());
         AssetInfo asset;
         QCOMPARE(m_store->info(QStringLiteral("half"), asset).outcome, AssetResult::Refused);
+    }
+
+    void the_scene_stays_editable_while_the_server_is_away()
+    {
+        AssetScene scene(m_store.get());
+        nkdMetadataSet chair = AssetScene::asset("Chair", "oak");
+        nkdMetadataSet table = AssetScene::asset("Table", "oak");
+        AssetScene::service().modifyAssets({chair});
+        m_server.kill();
+        chair.setValue(QStringLiteral("wood"), "elm");
+        const int steps = AssetScene::document().undoStack()->count();
+        AssetScene::service().saveAssets({chair});
+        AssetScene::service().modifyAssets({table});
+        AssetScene::service().reloadAssets({chair, table});
+        const QStringList told = scene.told();
+        QCOMPARE(told.size(), 3); // one each, however many sets
+        for (const QString &text : told) {
+            QVERIFY2(text.contains(m_store->place()) && !tellsPassword(text), qPrintable(text));
+        }
+        QCOMPARE(AssetScene::document().undoStack()->count(), steps);
+        QCOMPARE(AssetScene::state(chair), QStringLiteral("edited 1"));
+        chair.setValue(QStringLiteral("wood"), "pine");
+        QVERIFY(m_server.start().isEmpty());
+        AssetScene::service().saveAssets({chair});
+        QVERIFY(scene.told().isEmpty());
+        QCOMPARE(AssetScene::state(chair), QStringLiteral("at rest 2"));
+        AssetVersion stored;
+        QVERIFY(m_store->read(AssetScene::assetId(chair), 0, stored).isDone());
+        QVERIFY(stored.content.contains("pine"));
+    }
+
+    void links_can_be_removed_while_the_server_is_away()
+    {
+        AssetScene scene(m_store.get());
+        const nkdMetadataSet chair = AssetScene::asset("Chair", "oak");
+        AssetScene::service().modifyAssets({chair});
+        m_server.kill();
+        AssetScene::service().removeAssetLinks({chair});
+        QCOMPARE(AssetScene::state(chair), QStringLiteral("none"));
+        QCOMPARE(scene.told().size(), 1);
     }
 
     void a_server_that_is_away_is_told()

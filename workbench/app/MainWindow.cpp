@@ -98,7 +98,15 @@ void MainWindow::createPanels()
         connect(panel, &EditorPanel::metadataRequested, this, &MainWindow::showModules);
     }
     m_view->addActions(editors.actions());
-    m_view->addSeparator();
+    m_endOfPanels = m_view->addSeparator();
+}
+
+void MainWindow::addPanel(QDockWidget *dock, QAction *action)
+{
+    auto *front = qobject_cast<QDockWidget *>(m_panels.at(1)->parentWidget());
+    tabifyDockWidget(qobject_cast<QDockWidget *>(m_panels.constLast()->parentWidget()), dock);
+    front->raise();
+    m_view->insertAction(m_endOfPanels, action);
 }
 
 void MainWindow::showModules()

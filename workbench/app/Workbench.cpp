@@ -3,6 +3,7 @@
 #include "MainWindow.h"
 #include "MainWindowService.h"
 #include "TaskProgress.h"
+#include "assets/AssetDock.h"
 
 #include "interchange/sets/SetFileCodec.h"
 #include "kernel/document/Document.h"
@@ -60,6 +61,8 @@ Workbench::Workbench()
     kernel::SetCodec::install(m_setCodec.get());
     m_progress = std::make_unique<TaskProgress>(m_window.get());
     kernel::ProgressDisplay::install(m_progress.get());
+    auto *assets = new AssetDock(m_window.get());
+    m_window->addPanel(assets, assets->action());
     connect(m_window.get(), &MainWindow::openRequested, this, &Workbench::openOrTell);
     connect(&nkLogService::the(), &nkLogService::reported, this, &Workbench::showReport);
 }
