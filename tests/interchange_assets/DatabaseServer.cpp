@@ -5,7 +5,6 @@
 #include <QUrl>
 
 #include <csignal>
-#include <pwd.h>
 #include <unistd.h>
 
 namespace {
@@ -53,11 +52,9 @@ QString DatabaseServer::prepare()
     if (!m_folder.isValid() || programFolder().isEmpty()) {
         return QStringLiteral("no PostgreSQL server program is installed; install the package postgresql");
     }
-    if (isRoot()) {
-        const passwd *user = getpwnam("postgres");
-        if (!user || chown(m_folder.path().toLocal8Bit().constData(), user->pw_uid, user->pw_gid) != 0) {
-            return QStringLiteral("there is no user postgres to run the server as");
-        }
+    if (isRoot()
+        && QProcess::execute(QStringLiteral("chown"), {QStringLiteral("postgres"), m_folder.path()}) != 0) {
+        return QStringLiteral("there is no user postgres to run the server as");
     }
     return makeCluster();
 }

@@ -4,10 +4,9 @@
 #include <nkKernelServices/nkPlatformService.h>
 #include <nkKernelServices/nkPreferencesService.h>
 
+#include <QDir>
+#include <QFileInfo>
 #include <QSysInfo>
-
-#include <pwd.h>
-#include <unistd.h>
 
 using interchange::AssetAddress;
 using interchange::SqlAssetStore;
@@ -16,8 +15,8 @@ namespace {
 
 QString userName()
 {
-    const passwd *user = getpwuid(geteuid());
-    return user ? QString::fromLocal8Bit(user->pw_name) : qEnvironmentVariable("USER");
+    const QString user = qEnvironmentVariable("USER", qEnvironmentVariable("LOGNAME"));
+    return user.isEmpty() ? QFileInfo(QDir::homePath()).owner() : user;
 }
 
 /// What others read who find an asset checked out.

@@ -50,7 +50,11 @@ AssetPanel::AssetPanel(QWidget *parent)
 {
     setAccessibleName(tr("Assets"));
     m_soon.setSingleShot(true);
-    connect(&m_soon, &QTimer::timeout, this, &AssetPanel::refresh);
+    connect(&m_soon, &QTimer::timeout, this, [this] {
+        if (!visibleRegion().isEmpty()) {
+            refresh();
+        }
+    });
     createSearch();
     createViews();
     createNotice();
@@ -176,23 +180,26 @@ void AssetPanel::storeReplaced(const QString &error)
     refreshSoon();
 }
 
-void AssetPanel::showEvent(QShowEvent *event)
+/// A panel behind others counts as visible; it is seen when it is painted.
+void AssetPanel::paintEvent(QPaintEvent *event)
 {
-    QWidget::showEvent(event);
-    refreshSoon();
+    QWidget::paintEvent(event);
+    if (m_isStale && !m_soon.isActive()) {
+        m_soon.start(0);
+    }
 }
 
 /// Once for all that happens until the event loop runs again.
 void AssetPanel::refreshSoon()
 {
-    if (isVisible()) {
-        m_soon.start(0);
-    }
+    m_isStale = true;
+    m_soon.start(0);
 }
 
 void AssetPanel::refresh()
 {
     m_soon.stop();
+    m_isStale = false;
     QVector<AssetInfo> assets;
     AssetStore *store = AssetStore::installed();
     const QString words = m_search->isSearchEnabled() ? m_search->text() : QString();
@@ -219,7 +226,7 @@ void AssetPanel::showList(const QVector<AssetInfo> &assets)
                       : QString(),
                   false, false);
     m_rows->setAssets(assets.mid(0, Most));
-    select(selected);
+    m_list->selectOnly(m_rows->selectionOf(selected));
     for (const QString &id : qAsConst(m_wanted)) {
         if (m_rows->rowOf(id) < 0) {
             m_notice->say(
@@ -251,33 +258,7 @@ QString AssetPanel::emptyText() const
 
 QStringList AssetPanel::selectedIds() const
 {
-    QStringList ids;
-    const QModelIndexList rows = m_list->selectionModel()->selectedRows();
-    for (const QModelIndex &row : rows) {
-        ids.append(m_rows->assets().at(row.row()).id);
-    }
-    return ids;
-}
-
-void AssetPanel::select(const QStringList &ids)
-{
-    QItemSelection selection;
-    for (const QString &id : ids) {
-        const int row = m_rows->rowOf(id);
-        if (row >= 0) {
-            const QModelIndex index = m_rows->index(row, 0);
-            selection.select(index, m_rows->index(row, AssetRows::ColumnCount - 1));
-        }
-    }
-    QItemSelectionModel *model = m_list->selectionModel();
-    if (model->selection() != selection) {
-        model->select(selection, QItemSelectionModel::ClearAndSelect);
-    }
-    const QModelIndex first = selection.indexes().value(0);
-    if (first.isValid() && !model->isSelected(m_list->currentIndex())) {
-        model->setCurrentIndex(first, QItemSelectionModel::NoUpdate);
-        m_list->scrollTo(first);
-    }
+    return m_rows->idsOf(m_list->selectionModel()->selectedRows());
 }
 
 void AssetPanel::reveal(const QStringList &assetIds)

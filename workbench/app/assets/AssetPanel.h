@@ -50,7 +50,7 @@ Q_SIGNALS:
     void passwordEntered(const QString &password);
 
 protected:
-    void showEvent(QShowEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
 
 private:
     void createSearch();
@@ -66,7 +66,6 @@ private:
     void showTrouble(const kernel::AssetResult &result);
     void showVersions();
     void updateButtons();
-    void select(const QStringList &ids);
     void place();
     void placeVersion();
     void publish();
@@ -90,4 +89,6 @@ private:
     /// What reveal() asked for and was not listed yet.
     QStringList m_wanted;
     QString m_noStore;
+    /// What is shown was read before something changed.
+    bool m_isStale = true;
 };

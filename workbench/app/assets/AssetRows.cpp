@@ -35,6 +35,27 @@ int AssetRows::rowOf(const QString &id) const
     return found == m_assets.end() ? -1 : int(found - m_assets.begin());
 }
 
+QItemSelection AssetRows::selectionOf(const QStringList &ids) const
+{
+    QItemSelection selection;
+    for (const QString &id : ids) {
+        const int row = rowOf(id);
+        if (row >= 0) {
+            selection.select(index(row, 0), index(row, ColumnCount - 1));
+        }
+    }
+    return selection;
+}
+
+QStringList AssetRows::idsOf(const QModelIndexList &rows) const
+{
+    QStringList ids;
+    for (const QModelIndex &row : rows) {
+        ids.append(m_assets.at(row.row()).id);
+    }
+    return ids;
+}
+
 int AssetRows::rowCount(const QModelIndex &parent) const
 {
     return parent.isValid() ? 0 : m_assets.size();

@@ -3,6 +3,8 @@
 #include "kernel/services/AssetStore.h"
 
 #include <QAbstractTableModel>
+#include <QItemSelection>
+#include <QStringList>
 #include <QVector>
 
 /// The assets of the panel's list, a row each, as they were read last.
@@ -19,6 +21,9 @@ public:
     const QVector<kernel::AssetInfo> &assets() const { return m_assets; }
     /// The row of an asset; -1 where it is not listed.
     int rowOf(const QString &id) const;
+    /// The rows of those that are listed.
+    QItemSelection selectionOf(const QStringList &ids) const;
+    QStringList idsOf(const QModelIndexList &rows) const;
 
     int rowCount(const QModelIndex &parent = {}) const override;
     int columnCount(const QModelIndex &parent = {}) const override;

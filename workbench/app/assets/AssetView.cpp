@@ -34,6 +34,18 @@ void AssetView::setEmptyText(const QString &text)
     viewport()->update();
 }
 
+void AssetView::selectOnly(const QItemSelection &selection)
+{
+    if (selectionModel()->selection() != selection) {
+        selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+    }
+    const QModelIndex first = selection.indexes().value(0);
+    if (first.isValid() && !selectionModel()->isSelected(currentIndex())) {
+        selectionModel()->setCurrentIndex(first, QItemSelectionModel::NoUpdate);
+        scrollTo(first);
+    }
+}
+
 void AssetView::paintEvent(QPaintEvent *event)
 {
     QTreeView::paintEvent(event);

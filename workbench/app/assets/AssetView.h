@@ -15,6 +15,10 @@ public:
     void setEmptyText(const QString &text);
     QString emptyText() const { return m_emptyText; }
 
+    /// Selects these rows alone and makes the first of them current where the current one is none of them. Nothing
+    /// is told where they are selected already.
+    void selectOnly(const QItemSelection &selection);
+
 Q_SIGNALS:
     /// Return was pressed in a row, or it was clicked twice.
     void placeRequested();
