@@ -103,8 +103,9 @@ void MainWindow::createPanels()
 
 void MainWindow::addPanel(QDockWidget *dock, QAction *action)
 {
-    auto *front = qobject_cast<QDockWidget *>(m_panels.at(1)->parentWidget());
-    tabifyDockWidget(qobject_cast<QDockWidget *>(m_panels.constLast()->parentWidget()), dock);
+    // Behind the scene graph: the tabs of the others have no room for one more name.
+    auto *front = qobject_cast<QDockWidget *>(m_panels.constFirst()->parentWidget());
+    tabifyDockWidget(front, dock);
     front->raise();
     m_view->insertAction(m_endOfPanels, action);
 }

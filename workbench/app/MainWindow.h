@@ -24,7 +24,7 @@ public:
     /// Places a module's window in a dock and lists it in the View menu, under its group.
     void addModule(const QString &name, const QString &group, QWidget *window, const QIcon &icon,
                    const QString &shortTitle, bool startHidden);
-    /// Places a panel behind those of the scene's editors and lists its action in the View menu, after theirs.
+    /// Places a panel behind that of the scene graph and lists its action in the View menu, after theirs.
     void addPanel(QDockWidget *dock, QAction *action);
     /// Takes the window of every module out of its frame, so that the plug-ins can be unloaded.
     void releaseModules();

@@ -90,10 +90,8 @@ QString AssetRows::text(const AssetInfo &asset, int column)
         return AssetText::line(asset.name);
     case Version:
         return QString::number(asset.newest);
-    case Holder:
-        return asset.isHeldHere ? tr("this workbench") : AssetText::line(asset.holder);
     default:
-        return AssetText::moment(asset.changed);
+        return asset.isHeldHere ? tr("this workbench") : AssetText::line(asset.holder);
     }
 }
 
@@ -107,9 +105,7 @@ QVariant AssetRows::headerData(int section, Qt::Orientation orientation, int rol
         return tr("Name");
     case Version:
         return tr("Version");
-    case Holder:
-        return tr("Checked out by");
     default:
-        return tr("Stored");
+        return tr("Checked out by");
     }
 }

@@ -12,7 +12,7 @@ class AssetRows : public QAbstractTableModel
 {
     Q_OBJECT
 public:
-    enum Column { Name, Version, Holder, Changed, ColumnCount };
+    enum Column { Name, Version, Holder, ColumnCount };
 
     explicit AssetRows(QObject *parent = nullptr) : QAbstractTableModel(parent) {}
 
