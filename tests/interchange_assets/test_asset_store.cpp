@@ -162,6 +162,38 @@ private Q_SLOTS:
         QCOMPARE(versions.size(), 2);
     }
 
+    void the_holder_does_not_store_from_an_older_version_either()
+    {
+        const QString id = publish("Chair", "oak");
+        QVERIFY(m_ben->checkOut(id, 1).isDone());
+        int version = 1;
+        QVERIFY(m_ben->save(id, QStringLiteral("Chair"), "pine", version).isDone());
+        QVERIFY(m_anna->checkOut(id, 2).isDone());
+        version = 1;
+        const AssetResult result = m_anna->save(id, QStringLiteral("Chair"), "elm", version);
+        QCOMPARE(result.outcome, AssetResult::Refused);
+        QVERIFY2(result.error.contains(QStringLiteral("has moved on")), qPrintable(result.error));
+        QCOMPARE(newest(*m_ben, id).content, QByteArray("pine"));
+    }
+
+    void a_version_that_cannot_be_written_leaves_the_asset_as_it_was()
+    {
+        const QString id = publish("Chair", "oak");
+        QVERIFY(m_anna->checkOut(id, 1).isDone());
+        // The place of the new version is taken, so that the second of the two statements fails.
+        m_place.run(
+            {QStringLiteral("INSERT INTO asset_versions VALUES ('%1', 2, 'x', 'x', '', 'x')").arg(id)});
+        int version = 1;
+        const AssetResult result = m_anna->save(id, QStringLiteral("Stool"), "elm", version);
+        QCOMPARE(result.outcome, AssetResult::Failed);
+        QVERIFY2(result.error.contains(m_anna->place()), qPrintable(result.error));
+        AssetInfo seen;
+        QVERIFY(m_ben->info(id, seen).isDone());
+        QCOMPARE(seen.name, QStringLiteral("Chair"));
+        QCOMPARE(seen.newest, 1);
+        QCOMPARE(seen.holder, QStringLiteral("Anna"));
+    }
+
     void a_search_finds_words_in_any_case_and_takes_no_letter_for_a_pattern_data()
     {
         QTest::addColumn<QString>("words");
