@@ -2,6 +2,7 @@
 
 #include "MainWindow.h"
 #include "MainWindowService.h"
+#include "preferences/Preferences.h"
 
 #include "kernel/document/Document.h"
 #include "kernel/icons/IconSource.h"
@@ -56,6 +57,9 @@ Workbench::Workbench()
     kernel::ServiceRegistry::the().setMainWindowService(m_windowService.get());
     connect(m_window.get(), &MainWindow::openRequested, this, &Workbench::openOrTell);
     connect(&nkLogService::the(), &nkLogService::reported, this, &Workbench::showReport);
+    // Last: what is wrong with the stored values is shown too.
+    m_preferences = std::make_unique<Preferences>();
+    m_preferences->readAfterPaintOf(m_window.get());
 }
 
 Workbench::~Workbench()

@@ -11,6 +11,7 @@
 
 class MainWindow;
 class MainWindowService;
+class Preferences;
 
 /// The application put together: the document and its services, the main window, the plug-ins, and what
 /// runs between them. Made after the QApplication and destroyed before it, in the order that plug-ins need.
@@ -43,6 +44,7 @@ private:
 
     std::unique_ptr<MainWindow> m_window;
     std::unique_ptr<MainWindowService> m_windowService;
+    std::unique_ptr<Preferences> m_preferences;
     PluginLoader m_plugins;
     /// Where the open scene stands in its file; null before the first was opened.
     std::shared_ptr<const interchange::SceneSource> m_source;
