@@ -32,7 +32,9 @@ QByteArray readBytes(const QString &path, QString *reason)
         *reason = file.errorString();
     } else {
         // It may be growing.
-        return file.read(StringLibraryFile::LargestFile);
+        const QByteArray bytes = file.read(StringLibraryFile::LargestFile);
+        *reason = file.error() == QFileDevice::NoError ? QString() : file.errorString();
+        return bytes;
     }
     return QByteArray();
 }
