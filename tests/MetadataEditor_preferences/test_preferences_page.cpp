@@ -197,6 +197,21 @@ private Q_SLOTS:
         QVERIFY(!page.m_changeButton->isEnabled() && !page.m_removeButton->isEnabled());
     }
 
+    void the_active_library_is_chosen_by_keyboard()
+    {
+        m_fixture->startWith({"/a", "/b", "/c"}, 0);
+        m_fixture->page->show();
+        m_fixture->page->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(m_fixture->page.get()));
+        m_fixture->page->m_treeWidget->setFocus();
+        for (int i = 0; i < 10 && QApplication::focusWidget() != m_fixture->button(0); ++i) {
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        }
+        QCOMPARE(QApplication::focusWidget(), m_fixture->button(0));
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
+        QCOMPARE(m_fixture->checkedRows(), QList<int>{1});
+    }
+
     void removing_the_checked_library_checks_the_first_that_remains()
     {
         m_fixture->startWith({"/a", "/b", "/c"}, 1);
