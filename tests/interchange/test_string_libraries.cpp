@@ -92,6 +92,10 @@ private Q_SLOTS:
         QVERIFY(offered().isEmpty());
         addEntry("other");
         QCOMPARE(offered(), QStringList{"other"});
+        // The first key of each scene has the same number.
+        SceneFixture::reset();
+        addEntry("third");
+        QCOMPARE(offered(), QStringList{"third"});
     }
 
     void the_keys_of_objects_are_the_scenes_too()
@@ -155,10 +159,19 @@ private Q_SLOTS:
 
     void what_else_happens_in_the_folder_does_not_matter()
     {
-        start({write("a.txt", "oak")}, 0);
-        write("b.txt", "ash");
-        change([&] { write("a.txt", "elm"); });
-        QCOMPARE(m_settled->size(), 2);
+        interchange::StringLibraryWatch one;
+        interchange::StringLibraryWatch other;
+        one.watch(write("a.txt", "oak"));
+        other.watch(write("b.txt", "ash"));
+        const QSignalSpy changesOfOne(&one, &interchange::StringLibraryWatch::changed);
+        const QSignalSpy changesOfOther(&other, &interchange::StringLibraryWatch::changed);
+        // Twice: when the second is told, whatever the first brought about is over.
+        for (int told = 1; told <= 2; ++told) {
+            QVERIFY(QFile::remove(m_folder->filePath("b.txt")));
+            write("b.txt", QByteArray("elm").repeated(told));
+            QTRY_COMPARE(changesOfOther.size(), told);
+        }
+        QCOMPARE(changesOfOne.size(), 0);
     }
 
     void a_word_is_added_to_the_active_library()
@@ -195,6 +208,17 @@ private Q_SLOTS:
         m_libraries->start();
         m_libraries.reset();
         QCoreApplication::processEvents();
+    }
+
+    void no_library_chosen_while_one_is_read_wins()
+    {
+        use({write("a.txt", "oak")}, 0);
+        m_libraries->start();
+        nkMetadataService::the().setActiveStringLibraryIndex(-1);
+        QCOMPARE(m_settled->size(), 1);
+        QTRY_COMPARE(m_settled->size(), 2);
+        QVERIFY(offered().isEmpty());
+        QVERIFY(!m_libraries->canAdd("ash"));
     }
 
     void another_library_chosen_while_one_is_read_wins()
