@@ -3,11 +3,13 @@
 #include "actions/nkMetadataActionSelection.h"
 
 #include <TestMain.h>
+#include <interchange/sets/SetFileCodec.h>
 #include <kernel/document/AssetState.h>
 #include <nkKernelServices/nkAssetsService.h>
 #include <nkKernelServices/nkLogService.h>
 
 #include <QFileDialog>
+#include <QLineEdit>
 #include <QTemporaryDir>
 
 namespace Selection = nkMetadataActionSelection;
@@ -22,6 +24,7 @@ private Q_SLOTS:
     void init()
     {
         m_fixture = std::make_unique<ActionsFixture>();
+        kernel::SetCodec::install(&m_codec);
         m_fixture->show();
         m_reports = std::make_unique<QSignalSpy>(&nkLogService::the(), &nkLogService::reported);
     }
@@ -69,13 +72,45 @@ private Q_SLOTS:
         QVERIFY(!QFile::exists(path));
     }
 
-    void hands_the_chosen_file_to_the_host()
+    void saves_the_selected_sets_into_the_chosen_file()
     {
         const QString path = m_folder.filePath(QStringLiteral("chosen.json"));
         ModalAnswer answer = ModalAnswer::file(path);
-        f().select({f().alpha});
+        // The chair carries Alpha and Beta: Alpha is saved once.
+        f().select({f().chair, f().alpha});
         f().triggerNothing(a().saveMetadataAction());
-        QVERIFY(QFile::exists(path) || isReported(path));
+        QVERIFY(m_reports->isEmpty());
+        const QByteArray text = contentOf(path);
+        QCOMPARE(text.count("\"name\":"), 2);
+        QVERIFY(text.contains(f().alpha.getJson()));
+        QVERIFY(text.contains(f().beta.getJson()));
+    }
+
+    void a_file_that_cannot_be_written_is_the_hosts_to_report()
+    {
+        const QString path = m_folder.filePath(QStringLiteral("no/folder.json"));
+        f().select({f().alpha});
+        ModalAnswer answer([&](QDialog *dialog) {
+            dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"))->setText(path);
+            dialog->QDialog::accept();
+        });
+        f().triggerNothing(a().saveMetadataAction());
+        QVERIFY(isReported(path));
+    }
+
+    void loads_sets_onto_the_selected_objects_in_one_step()
+    {
+        const QString path = m_folder.filePath(QStringLiteral("loaded.json"));
+        nkMetadataService::the().saveSets({f().alpha, f().beta}, path);
+        ModalAnswer answer = ModalAnswer::file(path);
+        f().select({f().table, f().gamma, f().paint});
+        f().triggerOneStep(a().loadMetadataAction(), QStringLiteral("Load Metadata Sets"));
+        QVERIFY(m_reports->isEmpty());
+        for (const char *name : {"Alpha2", "Beta2"}) {
+            QCOMPARE(f().carriers(f().setNamed(QLatin1String(name))),
+                     QStringList({QStringLiteral("Table"), QStringLiteral("Paint")}));
+        }
+        QCOMPARE(f().keys(f().setNamed(QStringLiteral("Alpha2"))), f().keys(f().alpha));
     }
 
     void a_cancelled_load_changes_nothing()
@@ -113,6 +148,7 @@ private Q_SLOTS:
         f().select({f().chair});
         f().triggerNothing(a().loadMetadataAction());
         QVERIFY(isReported(path));
+        QVERIFY(isReported(QStringLiteral("line 1, column 2, at $")));
     }
 
     void picks_the_assets_that_a_command_applies_to()
@@ -189,6 +225,12 @@ private:
         return set;
     }
 
+    static QByteArray contentOf(const QString &path)
+    {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
     bool isReported(const QString &text) const
     {
         for (const QVariantList &report : qAsConst(*m_reports)) {
@@ -202,6 +244,7 @@ private:
     ActionsFixture &f() const { return *m_fixture; }
     nkMetadataActions &a() const { return *m_fixture->actions; }
 
+    interchange::SetFileCodec m_codec;
     QTemporaryDir m_folder;
     std::unique_ptr<ActionsFixture> m_fixture;
     std::unique_ptr<QSignalSpy> m_reports;

@@ -28,6 +28,8 @@ private Q_SLOTS:
     void survivesAnyDepth_data();
     void survivesAnyDepth();
     void refusesATextCutAtAnyByte();
+    void refusesMoreValuesThanAllowed();
+    void endsWhenToldTo();
 };
 
 namespace {
@@ -294,6 +296,35 @@ void TestJsonReader::refusesATextCutAtAnyByte()
         QVERIFY2(error.isSet(), qPrintable(QString::number(length)));
         QVERIFY(error.offset <= quint32(length));
     }
+}
+
+void TestJsonReader::refusesMoreValuesThanAllowed()
+{
+    JsonLimits limits;
+    limits.values = 4;
+    QVERIFY(!errorOf("[1,[2]]", limits).isSet());
+    const JsonError error = errorOf("[1,[2],3]", limits);
+    QCOMPARE(error.code, JsonErrorCode::TooMany);
+    QCOMPARE(error.path, QStringLiteral("$[2]"));
+}
+
+void TestJsonReader::endsWhenToldTo()
+{
+    const QByteArray text = '[' + QByteArray("1,").repeated(500000) + "1]";
+    QVector<double> shares;
+    JsonReader reader;
+    JsonTree tree;
+    reader.setGoOn([&shares](double share) {
+        shares.append(share);
+        return true;
+    });
+    QVERIFY(reader.read(text, tree));
+    QVERIFY(shares.size() > 5 && shares.last() > 0.8 && shares.last() <= 1);
+    QVERIFY(std::is_sorted(shares.begin(), shares.end()));
+    reader.setGoOn([](double share) { return share < 0.5; });
+    QVERIFY(!reader.read(text, tree));
+    QCOMPARE(reader.error().code, JsonErrorCode::Cancelled);
+    QVERIFY(tree.isEmpty());
 }
 
 NK_GUILESS_TEST_MAIN(TestJsonReader)

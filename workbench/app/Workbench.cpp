@@ -2,8 +2,10 @@
 
 #include "MainWindow.h"
 #include "MainWindowService.h"
+#include "TaskProgress.h"
 #include "preferences/Preferences.h"
 
+#include "interchange/sets/SetFileCodec.h"
 #include "kernel/document/Document.h"
 #include "kernel/icons/IconSource.h"
 #include "kernel/services/ServiceRegistry.h"
@@ -55,6 +57,10 @@ Workbench::Workbench()
     m_window = std::make_unique<MainWindow>();
     m_windowService = std::make_unique<MainWindowService>(m_window.get());
     kernel::ServiceRegistry::the().setMainWindowService(m_windowService.get());
+    m_setCodec = std::make_unique<interchange::SetFileCodec>();
+    kernel::SetCodec::install(m_setCodec.get());
+    m_progress = std::make_unique<TaskProgress>(m_window.get());
+    kernel::ProgressDisplay::install(m_progress.get());
     connect(m_window.get(), &MainWindow::openRequested, this, &Workbench::openOrTell);
     connect(&nkLogService::the(), &nkLogService::reported, this, &Workbench::showReport);
     // Last: what is wrong with the stored values is shown too.

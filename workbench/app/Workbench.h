@@ -12,6 +12,11 @@
 class MainWindow;
 class MainWindowService;
 class Preferences;
+class TaskProgress;
+
+namespace interchange {
+class SetFileCodec;
+} // namespace interchange
 
 /// The application put together: the document and its services, the main window, the plug-ins, and what
 /// runs between them. Made after the QApplication and destroyed before it, in the order that plug-ins need.
@@ -45,6 +50,8 @@ private:
     std::unique_ptr<MainWindow> m_window;
     std::unique_ptr<MainWindowService> m_windowService;
     std::unique_ptr<Preferences> m_preferences;
+    std::unique_ptr<interchange::SetFileCodec> m_setCodec;
+    std::unique_ptr<TaskProgress> m_progress;
     PluginLoader m_plugins;
     /// Where the open scene stands in its file; null before the first was opened.
     std::shared_ptr<const interchange::SceneSource> m_source;

@@ -25,8 +25,10 @@ enum class JsonErrorCode {
     BadNumber,
     BadString, ///< a control character or an unknown escape
     BadUtf8,
-    TooDeep,     ///< more containers inside each other than allowed
-    TrailingText ///< something behind the outermost value
+    TooDeep,      ///< more containers inside each other than allowed
+    TooMany,      ///< more values than allowed
+    TrailingText, ///< something behind the outermost value
+    Cancelled     ///< nothing is wrong: the reader was told to end
 };
 
 /// The first thing wrong in a JSON text: code, place and a reason for people ("a comma or “]” is expected").

@@ -18,6 +18,9 @@ namespace {
 constexpr int BytesPerValue = 24;
 constexpr size_t LargestFirstReserve = 4u << 20;
 
+/// A few milliseconds' worth.
+constexpr int ValuesBetweenQuestions = 1 << 16;
+
 /// Bytes that end the quick run through a string: quote, backslash, controls and everything that is not ASCII.
 constexpr std::array<bool, 256> stoppers()
 {
@@ -41,9 +44,10 @@ bool isHexDigit(char c)
 
 } // namespace
 
-JsonParser::JsonParser(const QByteArray &text, const JsonLimits &limits)
+JsonParser::JsonParser(const QByteArray &text, const JsonLimits &limits, const JsonGoOn &goOn)
     : m_text(text),
       m_limits(limits),
+      m_goOn(goOn),
       m_begin(m_text.constData()),
       m_end(m_begin + m_text.size()),
       m_at(m_begin)
@@ -59,13 +63,22 @@ bool JsonParser::parse()
     if (!parseOutermost())
         return false;
     while (!m_open.empty()) {
-        if (!parseInside())
+        if (!parseInside() || !goesOn())
             return false;
     }
     skipSpace();
     return atEnd()
            || fail(JsonErrorCode::TrailingText,
                    tr("%1 stands behind the end of the JSON text").arg(characterHere()));
+}
+
+bool JsonParser::goesOn()
+{
+    if (!m_goOn || --m_untilAsked > 0)
+        return true;
+    m_untilAsked = ValuesBetweenQuestions;
+    return m_goOn(double(offsetOf(m_at)) / m_text.size())
+           || fail(JsonErrorCode::Cancelled, tr("the reading was cancelled"));
 }
 
 bool JsonParser::parseOutermost()
@@ -142,6 +155,9 @@ bool JsonParser::parseValue()
 {
     if (atEnd())
         return failExpecting(tr("a value is expected"));
+    if (m_tree.size() >= m_limits.values)
+        return fail(JsonErrorCode::TooMany,
+                    tr("there are more than %1 values in the text").arg(m_limits.values));
     switch (*m_at) {
     case '{':
         return openContainer(JsonKind::Object);

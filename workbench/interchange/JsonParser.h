@@ -17,7 +17,7 @@ class JsonParser
     Q_DECLARE_TR_FUNCTIONS(JsonParser)
 
 public:
-    JsonParser(const QByteArray &text, const JsonLimits &limits);
+    JsonParser(const QByteArray &text, const JsonLimits &limits, const JsonGoOn &goOn);
 
     /// Reads the whole text; false when something is wrong, which error() then tells.
     bool parse();
@@ -36,6 +36,7 @@ private:
         bool keyEscaped;
     };
 
+    bool goesOn();
     bool parseOutermost();
     bool parseInside();
     bool parseElementOrEnd();
@@ -66,6 +67,8 @@ private:
 
     QByteArray m_text;
     JsonLimits m_limits;
+    JsonGoOn m_goOn;
+    int m_untilAsked = 0;
     JsonTree m_tree;
     JsonError m_error;
     std::vector<Open> m_open;

@@ -8,7 +8,7 @@ JsonReader::JsonReader(JsonLimits limits) : m_limits(limits) {}
 
 bool JsonReader::read(const QByteArray &text, JsonTree &tree)
 {
-    JsonParser parser(text, m_limits);
+    JsonParser parser(text, m_limits, m_goOn);
     const bool read = parser.parse();
     m_error = parser.error();
     tree = read ? parser.takeTree() : JsonTree();

@@ -3,6 +3,8 @@
 #include <interchange/JsonError.h>
 #include <interchange/JsonTree.h>
 
+#include <functional>
+
 namespace interchange {
 
 /// What a JSON text may be at most.
@@ -11,7 +13,12 @@ struct JsonLimits
     /// Objects and arrays inside each other, the outermost counted. Real scene files nest a dozen levels, deeply
     /// nested extensions a few dozen more; the reader itself needs no stack, so this only protects what comes after.
     int depth = 512;
+    /// Values in all, containers counted; each takes 24 bytes of memory, whatever little text it has.
+    quint32 values = 0xffffffffu;
 };
+
+/// Whether reading is to go on. @param share of the text that has been read, 0 to 1
+using JsonGoOn = std::function<bool(double share)>;
 
 /// Reads JSON as RFC 8259 has it and nothing more, and keeps where everything stands.
 ///
@@ -27,11 +34,16 @@ public:
     /// empty and error() says why and where.
     bool read(const QByteArray &text, JsonTree &tree);
 
+    /// Asked again and again while a long text is read, with the share that has been read; false ends the reading
+    /// with JsonErrorCode::Cancelled.
+    void setGoOn(const JsonGoOn &goOn) { m_goOn = goOn; }
+
     /// What was wrong with the text read last; not set when it was read.
     const JsonError &error() const { return m_error; }
 
 private:
     JsonLimits m_limits;
+    JsonGoOn m_goOn;
     JsonError m_error;
 };
 

@@ -7,7 +7,7 @@ namespace kernel {
 SetCopy copyOfSet(const Store &store, quint32 set)
 {
     const SetRecord &record = store.set(set);
-    SetCopy copy{store.setName(set), record.color, {}};
+    SetCopy copy{store.setName(set), record.color, {}, false};
     copy.entries.reserve(size_t(record.entries.size()));
     for (const Slot entry : record.entries.slots()) {
         copy.entries.push_back({store.key(entry), store.entry(entry).value});

@@ -19,15 +19,17 @@ struct EntryCopy
     EntryValue value;
 };
 
-/// What a set is, apart from its assignments, lock and asset.
+/// What a set is, apart from its assignments and asset.
 struct SetCopy
 {
     QString name;
     QColor color;
     std::vector<EntryCopy> entries;
+    /// Copies within the scene are not locked; sets in files may be.
+    bool locked = false;
 };
 
-/// The copy of a living set as it is now.
+/// The copy of a living set as it is now, not locked.
 SetCopy copyOfSet(const Store &store, quint32 set);
 
 /// The set clipboard and the entry clipboard: contents, not handles. Copied entries have ids of their own, in

@@ -6,17 +6,18 @@
 #include "EntryReading.h"
 #include "HandleLists.h"
 #include "Kernel.h"
-#include "NotYet.h"
+#include "SetFiles.h"
 #include "SetOperations.h"
 #include "Store.h"
 
 namespace kernel {
 
-MetadataService::MetadataService(Document &document) : m_document(document)
+MetadataService::MetadataService(Document &document) : m_document(document), m_desktop(document.clipboard())
 {
     connect(&document, &Document::objectsDied, this, &MetadataService::dropFromSelection);
     connect(&document, &Document::cleared, this, &MetadataService::dropSelection);
     connect(&document, &Document::aboutToAnnounce, this, &MetadataService::announceLostSelection);
+    connect(&m_desktop, &DesktopClipboard::pasteChanged, this, &MetadataService::announcePaste);
 }
 
 bool MetadataService::canHaveMetadata(const nkdSceneObject &object) const
@@ -81,16 +82,19 @@ void MetadataService::copySets(const QList<nkdMetadataSet> &sets)
     }
     if (!copies.empty()) {
         m_document.clipboard().setSets(std::move(copies));
+        m_desktop.offerSets();
     }
 }
 
 void MetadataService::pasteSets(const QList<nkdSceneObject> &targets)
 {
+    m_desktop.attach();
     SetOperations::paste(m_document.clipboard().sets(), objectSlots(m_document.store(), targets));
 }
 
 bool MetadataService::hasNoCopiedSets() const
 {
+    m_desktop.attach();
     return m_document.clipboard().sets().empty();
 }
 
@@ -99,11 +103,13 @@ void MetadataService::copyEntries(const QList<nkdMetadataEntry> &entries)
     std::vector<EntryCopy> copies = copiesOf(m_document, entries);
     if (!copies.empty()) {
         m_document.clipboard().setEntries(std::move(copies));
+        m_desktop.offerEntries();
     }
 }
 
 QList<nkdMetadataEntry> MetadataService::getClipboardEntries() const
 {
+    m_desktop.attach();
     QList<nkdMetadataEntry> entries;
     const QList<quint64> ids = m_document.clipboard().entryIds();
     for (const quint64 id : ids) {
@@ -114,13 +120,22 @@ QList<nkdMetadataEntry> MetadataService::getClipboardEntries() const
 
 void MetadataService::pasteEntries(const QList<nkdMetadataSet> &targets)
 {
+    m_desktop.attach();
     EntryOperations::append(setSlots(m_document.store(), targets), m_document.clipboard().entries(),
                             QT_TRANSLATE_NOOP("Document", "Paste Entries"));
 }
 
 bool MetadataService::hasNoCopiedEntries() const
 {
+    m_desktop.attach();
     return m_document.clipboard().entries().empty();
+}
+
+void MetadataService::announcePaste()
+{
+    // The one signal that everybody who shows commands listens to; without flags it says that no metadata has
+    // changed.
+    Q_EMIT metadataChanged(nkMetadataTypes::NoChange);
 }
 
 // Selection ---------------------------------------------------------------------------------------------
@@ -181,20 +196,19 @@ void MetadataService::announceLostSelection()
 
 void MetadataService::saveSets(const QList<nkdMetadataSet> &sets, const QString &fileName)
 {
-    Q_UNUSED(sets)
-    if (!fileName.isEmpty()) {
-        reportNotYet(tr("Metadata sets were not saved"),
-                     tr("Set files are not written yet: %1").arg(fileName));
+    const QVector<Slot> slots = setSlots(m_document.store(), sets);
+    if (!fileName.isEmpty() && !slots.isEmpty()) {
+        SetFiles(m_document).save(slots, fileName);
     }
 }
 
 QList<nkdMetadataSet> MetadataService::loadSets(const QString &fileName, const QList<nkdObject> &objects)
 {
-    Q_UNUSED(objects)
-    if (!fileName.isEmpty()) {
-        reportNotYet(tr("Metadata sets were not loaded"), tr("Set files are not read yet: %1").arg(fileName));
+    if (fileName.isEmpty()) {
+        return {};
     }
-    return {};
+    const QVector<Slot> targets = objectSlots(m_document.store(), objects);
+    return setHandles(m_document.store(), SetFiles(m_document).load(fileName, targets));
 }
 
 void MetadataService::setStringLibraries(const QStringList &files)

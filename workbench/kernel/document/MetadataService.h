@@ -1,5 +1,6 @@
 #pragma once
 
+#include "DesktopClipboard.h"
 #include "SlotList.h"
 
 #include <nkKernelServices/nkMetadataService.h>
@@ -49,8 +50,11 @@ private:
     void dropFromSelection(const QList<quint64> &died);
     void dropSelection();
     void announceLostSelection();
+    void announcePaste();
 
     Document &m_document;
+    /// Looked at when the clipboards are asked for.
+    mutable DesktopClipboard m_desktop;
     QList<nkdObject> m_selection;
     /// Objects left the selection since it was announced last.
     bool m_hasLostSelection = false;

@@ -4,6 +4,8 @@
 #include "Operation.h"
 #include "Store.h"
 
+#include <algorithm>
+
 namespace kernel {
 
 namespace {
@@ -24,6 +26,51 @@ Slot addCopy(Operation &operation, const SetCopy &copy)
         operation.addEntry(set, entry.key, entry.value);
     }
     return set;
+}
+
+/// The sets of the copies, each assigned to the objects.
+QVector<Slot> addCopies(Operation &operation, const std::vector<SetCopy> &copies,
+                        const QVector<Slot> &objects)
+{
+    QVector<Slot> sets;
+    sets.reserve(int(copies.size()));
+    for (const SetCopy &copy : copies) {
+        sets.append(addCopy(operation, copy));
+    }
+    for (const Slot object : objects) {
+        for (const Slot set : qAsConst(sets)) {
+            operation.link(set, object);
+        }
+    }
+    return sets;
+}
+
+bool hasEntries(const Store &store, Slot set, const std::vector<EntryCopy> &copies)
+{
+    const QVector<Slot> &entries = store.set(set).entries.slots();
+    const auto isSame = [&store](Slot entry, const EntryCopy &copy) {
+        const EntryValue &value = store.entry(entry).value;
+        return store.key(entry) == copy.key && value == copy.value && value.isTag() == copy.value.isTag();
+    };
+    return std::equal(entries.begin(), entries.end(), copies.begin(), copies.end(), isSame);
+}
+
+void replaceEntries(Operation &operation, Slot set, const std::vector<EntryCopy> &copies)
+{
+    const QVector<Slot> present = operation.store().set(set).entries.slots();
+    for (const Slot entry : present) {
+        operation.toggle(ChangeKind::EntryDied, entry);
+    }
+    for (const EntryCopy &copy : copies) {
+        operation.addEntry(set, copy.key, copy.value);
+    }
+}
+
+/// The name that a set gets when it is to be called like its copy.
+QString nameAfter(const Store &store, Slot set, const SetCopy &copy)
+{
+    const bool keepsName = copy.name.isEmpty() || store.set(set).owner != NoSlot;
+    return keepsName ? store.set(set).name : store.uniqueSetName(copy.name, set);
 }
 
 void link(Operation &operation, const QVector<Slot> &sets, const QVector<Slot> &objects)
@@ -88,11 +135,49 @@ void paste(const std::vector<SetCopy> &copies, const QVector<Slot> &objects)
         return;
     }
     Operation operation(QT_TRANSLATE_NOOP("Document", "Paste Metadata Sets"));
-    QVector<Slot> sets;
-    for (const SetCopy &copy : copies) {
-        sets.append(addCopy(operation, copy));
+    addCopies(operation, copies, objects);
+}
+
+QVector<Slot> load(const std::vector<SetCopy> &copies, const QVector<Slot> &objects)
+{
+    if (copies.empty()) {
+        return {};
     }
-    link(operation, sets, objects);
+    Operation operation(QT_TRANSLATE_NOOP("Document", "Load Metadata Sets"));
+    const QVector<Slot> sets = addCopies(operation, copies, objects);
+    for (size_t index = 0; index < copies.size(); ++index) {
+        if (copies[index].locked) {
+            operation.toggleLock(ChangeKind::SetLock, sets.at(int(index)));
+        }
+    }
+    return sets;
+}
+
+bool replaceContent(quint64 id, const SetCopy &copy)
+{
+    const Store &store = Document::the().store();
+    const Slot set = store.setSlot(id);
+    if (set == NoSlot || !store.set(set).isEditable()) {
+        return false;
+    }
+    const QString name = nameAfter(store, set, copy);
+    const bool isRenamed = name != store.set(set).name;
+    const bool isColoured = copy.color.isValid() && copy.color != store.set(set).color;
+    const bool hasOtherEntries = !hasEntries(store, set, copy.entries);
+    if (!isRenamed && !isColoured && !hasOtherEntries) {
+        return true;
+    }
+    Operation operation(QT_TRANSLATE_NOOP("Document", "Replace Metadata Set"));
+    if (isRenamed) {
+        operation.changeName(ChangeKind::SetName, set, name);
+    }
+    if (isColoured) {
+        operation.changeColor(set, copy.color);
+    }
+    if (hasOtherEntries) {
+        replaceEntries(operation, set, copy.entries);
+    }
+    return true;
 }
 
 void assign(const QVector<Slot> &sets, const QVector<Slot> &objects)

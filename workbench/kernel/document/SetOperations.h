@@ -21,6 +21,13 @@ void remove(const QVector<Slot> &sets);
 QVector<Slot> duplicate(const QVector<Slot> &sets);
 /// New sets like the given ones, with unique names, each assigned to the objects.
 void paste(const std::vector<SetCopy> &copies, const QVector<Slot> &objects);
+/// The same for sets that come from a file; they are locked where their copies are.
+/// @return the new sets, in order
+QVector<Slot> load(const std::vector<SetCopy> &copies, const QVector<Slot> &objects);
+/// Gives a set the name, colour and entries of the copy: one change, or none where it has them. An object set
+/// keeps its name, and a set whose copy has none keeps its own.
+/// @return false where the set is not there or not editable
+bool replaceContent(quint64 id, const SetCopy &copy);
 void assign(const QVector<Slot> &sets, const QVector<Slot> &objects);
 void unassign(const QVector<Slot> &sets, const QVector<Slot> &objects);
 

@@ -4,12 +4,11 @@
 #include "Document.h"
 #include "EntryOperations.h"
 #include "HandleLists.h"
-#include "NotYet.h"
+#include "SetFiles.h"
 #include "SetOperations.h"
 #include "Store.h"
 #include "ValueConversion.h"
 
-#include <QCoreApplication>
 #include <QMetaEnum>
 
 using namespace kernel;
@@ -180,22 +179,13 @@ QList<nkdSceneObject> nkdMetadataSet::getObjects() const
 
 QByteArray nkdMetadataSet::getJson() const
 {
-    if (findSet(*this)) {
-        reportNotYet(QCoreApplication::translate("nkdMetadataSet", "No JSON of a metadata set"),
-                     QCoreApplication::translate("nkdMetadataSet", "Sets are not written as JSON yet: %1")
-                         .arg(getName()));
-    }
-    return QByteArray();
+    const Slot slot = openStore().setSlot(getObjectId());
+    return slot == NoSlot ? QByteArray() : SetFiles(Document::the()).textOf(slot);
 }
 
 bool nkdMetadataSet::setJson(const QByteArray &json)
 {
-    if (findSet(*this) && !json.isEmpty()) {
-        reportNotYet(QCoreApplication::translate("nkdMetadataSet", "Metadata set not changed"),
-                     QCoreApplication::translate("nkdMetadataSet", "Sets are not read from JSON yet: %1")
-                         .arg(getName()));
-    }
-    return false;
+    return isEditable() && SetFiles(Document::the()).replace(getObjectId(), json);
 }
 
 QString nkdMetadataSet::dump() const

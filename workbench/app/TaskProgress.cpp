@@ -1,0 +1,65 @@
+#include "TaskProgress.h"
+
+#include <QGuiApplication>
+#include <QLabel>
+#include <QProgressBar>
+#include <QProgressDialog>
+
+namespace {
+
+/// Fine enough for a bar of any width.
+constexpr int Steps = 1000;
+/// Work that ends sooner shows nothing.
+constexpr int Moment = 600;
+constexpr int BoxWidth = 440;
+
+QLabel *plainLabel(const QString &text)
+{
+    auto *label = new QLabel(text);
+    label->setTextFormat(Qt::PlainText);
+    label->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    label->setWordWrap(true);
+    return label;
+}
+
+} // namespace
+
+TaskProgress::TaskProgress(QWidget *window) : m_window(window) {}
+
+TaskProgress::~TaskProgress()
+{
+    end();
+}
+
+void TaskProgress::begin(const QString &text)
+{
+    auto *dialog = new QProgressDialog(m_window);
+    dialog->setWindowTitle(QGuiApplication::applicationDisplayName());
+    dialog->setLabel(plainLabel(text));
+    dialog->setAccessibleName(text);
+    auto *bar = new QProgressBar;
+    bar->setAccessibleName(tr("Progress"));
+    dialog->setBar(bar);
+    dialog->setRange(0, Steps);
+    dialog->setWindowModality(Qt::ApplicationModal);
+    dialog->setMinimumDuration(Moment);
+    dialog->setAutoClose(false);
+    dialog->setAutoReset(false);
+    dialog->setMinimumWidth(BoxWidth);
+    dialog->setValue(0);
+    m_dialog = dialog;
+}
+
+bool TaskProgress::advance(double share)
+{
+    // A shown modal box runs the event loop here, so that it may even be gone afterwards.
+    if (m_dialog) {
+        m_dialog->setValue(int(share * Steps));
+    }
+    return m_dialog && !m_dialog->wasCanceled();
+}
+
+void TaskProgress::end()
+{
+    delete m_dialog.data();
+}
