@@ -103,13 +103,14 @@ private Q_SLOTS:
     void answers_like_a_search_word_by_word()
     {
         std::mt19937 random(11);
-        for (int round = 0; round < 200; ++round) {
+        for (int round = 0; round < 60; ++round) {
             const QStringList words = randomWords(random, 60);
             const StringLibrary library(words);
+            const QStringList ordered = inOrder(words);
             for (int i = 0; i < 20; ++i) {
                 const QString text = randomWord(random, 1 + int(random() % 3));
                 const int limit = int(random() % 14);
-                QCOMPARE(library.completions(text, limit), searched(words, text, limit));
+                QCOMPARE(library.completions(text, limit), searched(ordered, text, limit));
             }
         }
     }
@@ -134,7 +135,7 @@ private:
         return words;
     }
 
-    static QStringList searched(QStringList words, const QString &text, int limit)
+    static QStringList inOrder(QStringList words)
     {
         const auto before = [](const QString &a, const QString &b) {
             const QByteArray foldedA = a.toCaseFolded().toUtf8();
@@ -143,9 +144,14 @@ private:
         };
         words.removeDuplicates();
         std::sort(words.begin(), words.end(), before);
+        return words;
+    }
+
+    static QStringList searched(const QStringList &words, const QString &text, int limit)
+    {
         QStringList first;
         QStringList others;
-        for (const QString &word : qAsConst(words)) {
+        for (const QString &word : words) {
             const int place = word.toCaseFolded().indexOf(text.toCaseFolded());
             (place == 0 ? first : others).append(place >= 0 ? QStringList{word} : QStringList());
         }

@@ -127,7 +127,8 @@ private:
 
     static QByteArray mutant(std::mt19937 &random)
     {
-        static const QByteArray letters("{}[]\",:\\ue-+.0123456789nft\0\xFF\xC3 \n", 36);
+        static constexpr char bytes[] = "{}[]\",:\\ue-+.0123456789nft\0\xFF\xC3 \n";
+        static const QByteArray letters(bytes, sizeof(bytes) - 1);
         QByteArray text(
             "{\"values\": {\"number\": 7, \"list\": [\"a\", \"\\u00e9\"], \"odd\": 1.5e3, \"x\": null},\n"
             " \"version\": 1, \"more\": {\"a\": [true, {}]}}\n");
