@@ -3,6 +3,7 @@
 #include "ModuleFrame.h"
 #include "panels/EditorPanel.h"
 #include "panels/EditorPanels.h"
+#include "preferences/PreferencesDialog.h"
 
 #include "kernel/document/Document.h"
 
@@ -83,6 +84,11 @@ void MainWindow::createEditMenu()
     connect(kernel::Document::the().undoStack(), &QUndoStack::indexChanged, this,
             &MainWindow::updateUndoActions);
     updateUndoActions();
+    edit->addSeparator();
+    QAction *preferences = edit->addAction(tr("&Preferences..."));
+    preferences->setShortcut(QKeySequence(Qt::CTRL + Qt::Key_Comma));
+    preferences->setMenuRole(QAction::PreferencesRole);
+    connect(preferences, &QAction::triggered, this, &MainWindow::showPreferences);
 }
 
 void MainWindow::createViewMenu()
@@ -108,6 +114,13 @@ void MainWindow::addPanel(QDockWidget *dock, QAction *action)
     tabifyDockWidget(front, dock);
     front->raise();
     m_view->insertAction(m_endOfPanels, action);
+}
+
+void MainWindow::showPreferences()
+{
+    QNKViewBase::commitOpenEditors();
+    PreferencesDialog dialog(this);
+    dialog.exec();
 }
 
 void MainWindow::showModules()

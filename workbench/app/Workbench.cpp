@@ -4,6 +4,7 @@
 #include "MainWindowService.h"
 #include "TaskProgress.h"
 #include "assets/AssetDock.h"
+#include "preferences/Preferences.h"
 
 #include "interchange/sets/SetFileCodec.h"
 #include "kernel/document/Document.h"
@@ -61,10 +62,13 @@ Workbench::Workbench()
     kernel::SetCodec::install(m_setCodec.get());
     m_progress = std::make_unique<TaskProgress>(m_window.get());
     kernel::ProgressDisplay::install(m_progress.get());
-    auto *assets = new AssetDock(m_window.get());
-    m_window->addPanel(assets, assets->action());
     connect(m_window.get(), &MainWindow::openRequested, this, &Workbench::openOrTell);
     connect(&nkLogService::the(), &nkLogService::reported, this, &Workbench::showReport);
+    auto *assets = new AssetDock(m_window.get());
+    m_window->addPanel(assets, assets->action());
+    // Last: what is wrong with the stored values is shown too.
+    m_preferences = std::make_unique<Preferences>();
+    m_preferences->readAfterPaintOf(m_window.get());
 }
 
 Workbench::~Workbench()
