@@ -1,6 +1,7 @@
 #include "MainWindow.h"
 #include "Workbench.h"
 #include "assets/AssetDock.h"
+#include "assets/AssetNotice.h"
 #include "assets/AssetPanel.h"
 #include "assets/AssetView.h"
 
@@ -47,6 +48,21 @@ private Q_SLOTS:
         m_dock->action()->trigger();
         QVERIFY(m_dock->isHidden());
         QVERIFY(!m_dock->action()->isChecked());
+    }
+
+    void another_database_is_chosen_from_the_menu()
+    {
+        m_dock->bringToFront();
+        QTRY_VERIFY(!m_dock->panel()->visibleRegion().isEmpty());
+        {
+            ModalAnswer menu = ModalAnswer::menu(QStringLiteral("Choose Database..."));
+            ModalAnswer url = ModalAnswer::input(QStringLiteral(" postgresql:///assets?host=/nowhere "));
+            Q_EMIT m_dock->panel()->list()->customContextMenuRequested(QPoint(5, 5));
+        }
+        QCOMPARE(AssetDatabase::url(), QStringLiteral("postgresql:///assets?host=/nowhere"));
+        QTRY_VERIFY(m_dock->panel()->notice()->text().contains(QStringLiteral("is not to be reached")));
+        AssetDatabase::setUrl(QString());
+        QTRY_VERIFY(m_dock->panel()->notice()->text().isEmpty());
     }
 
     void finding_an_asset_shows_it_in_the_panel()

@@ -25,11 +25,6 @@ QString personName()
     return QStringLiteral("%1@%2").arg(userName(), QSysInfo::machineHostName());
 }
 
-QString wantedUrl()
-{
-    return nkPreferencesService::the().getStringListValue(AssetDatabase::preferenceKey()).value(0).trimmed();
-}
-
 } // namespace
 
 AssetDatabase::AssetDatabase()
@@ -53,14 +48,24 @@ QString AssetDatabase::preferenceKey()
     return QStringLiteral("Assets Connection URL");
 }
 
+QString AssetDatabase::url()
+{
+    return nkPreferencesService::the().getStringListValue(preferenceKey()).value(0).trimmed();
+}
+
+void AssetDatabase::setUrl(const QString &url)
+{
+    nkPreferencesService::the().setStringListValue(preferenceKey(), {url}, true);
+}
+
 void AssetDatabase::choose()
 {
-    const QString url = wantedUrl();
+    const QString wanted = url();
     QString error;
-    const AssetAddress address = url.isEmpty()
+    const AssetAddress address = wanted.isEmpty()
                                      ? AssetAddress::ofFile(nkPlatformService::the().getUserDataDirectory()
                                                             + QLatin1String("assets.sqlite"))
-                                     : AssetAddress::ofUrl(url, &error);
+                                     : AssetAddress::ofUrl(wanted, &error);
     if (!isSame(address)) {
         m_error = error;
         use(address);
@@ -95,13 +100,12 @@ void AssetDatabase::use(const AssetAddress &address)
 
 void AssetDatabase::forgetPassword()
 {
-    const QString url = m_store->address().urlWithoutPassword();
     nkLogService::the().reportInformation(
         tr("Asset Manager"),
         tr("The password of the asset database %1 was taken out of the preferences and is kept "
            "until the program ends; a password file keeps it for longer.")
             .arg(m_store->place()));
-    nkPreferencesService::the().setStringListValue(preferenceKey(), {url}, true);
+    setUrl(m_store->address().urlWithoutPassword());
 }
 
 void AssetDatabase::setPassword(const QString &password)

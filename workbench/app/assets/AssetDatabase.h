@@ -20,6 +20,10 @@ public:
 
     /// The key of the preference: a list with one connection URL, empty for the user's own file.
     static QString preferenceKey();
+    /// The connection URL in the preference; empty for the user's own file.
+    static QString url();
+    /// Sets the preference, and so the database.
+    static void setUrl(const QString &url);
     /// Uses another password from now on.
     void setPassword(const QString &password);
     /// Why there is no store; empty where there is one.

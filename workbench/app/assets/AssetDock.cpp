@@ -1,6 +1,7 @@
 #include "AssetDock.h"
 
 #include "AssetPanel.h"
+#include "AssetQuestions.h"
 
 #include "kernel/services/AssetsService.h"
 #include "kernel/services/ServiceRegistry.h"
@@ -24,10 +25,19 @@ AssetDock::AssetDock(QWidget *parent)
     const auto tellStore = [this] { m_panel->storeReplaced(m_database.error()); };
     connect(&m_database, &AssetDatabase::replaced, this, tellStore);
     connect(m_panel, &AssetPanel::passwordEntered, &m_database, &AssetDatabase::setPassword);
+    connect(m_panel, &AssetPanel::databaseRequested, this, &AssetDock::chooseDatabase);
     auto &service = kernel::ServiceRegistry::the().service<kernel::AssetsService>();
     connect(&service, &kernel::AssetsService::findRequested, this, &AssetDock::find);
     tellStore();
     tellState();
+}
+
+void AssetDock::chooseDatabase()
+{
+    QString url = AssetDatabase::url();
+    if (AssetQuestions::url(this, url)) {
+        AssetDatabase::setUrl(url);
+    }
 }
 
 void AssetDock::find(const QStringList &assetIds)

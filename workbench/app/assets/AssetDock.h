@@ -22,6 +22,7 @@ public:
     void bringToFront();
 
 private:
+    void chooseDatabase();
     void find(const QStringList &assetIds);
     void hideOrShow();
     void tellState();

@@ -345,5 +345,6 @@ void AssetPanel::showMenu(const QPoint &position)
     menu.addAction(tr("E&nd Check-Out"), this, &AssetPanel::release)->setEnabled(m_release->isEnabled());
     menu.addSeparator();
     menu.addAction(m_refresh);
+    menu.addAction(tr("Choose Data&base..."), this, &AssetPanel::databaseRequested);
     menu.exec(m_list->viewport()->mapToGlobal(position));
 }

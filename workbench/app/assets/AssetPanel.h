@@ -48,6 +48,8 @@ public:
 Q_SIGNALS:
     /// A person has entered this password for the database.
     void passwordEntered(const QString &password);
+    /// A person wants to use another database.
+    void databaseRequested();
 
 protected:
     void paintEvent(QPaintEvent *event) override;

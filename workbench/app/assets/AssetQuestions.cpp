@@ -30,6 +30,19 @@ bool AssetQuestions::mayEndCheckOut(QWidget *parent, const kernel::AssetInfo &as
     return box.clickedButton() == ending;
 }
 
+bool AssetQuestions::url(QWidget *parent, QString &url)
+{
+    bool isEntered = false;
+    const QString entered = QInputDialog::getText(
+        parent, words(QT_TRANSLATE_NOOP("AssetQuestions", "Asset Database")),
+        words(QT_TRANSLATE_NOOP("AssetQuestions", "Connection URL of a PostgreSQL server, such as "
+                                                  "postgresql://user@host/database;\n"
+                                                  "empty for a database of your own:")),
+        QLineEdit::Normal, url, &isEntered);
+    url = entered.trimmed();
+    return isEntered;
+}
+
 bool AssetQuestions::password(QWidget *parent, QString &password)
 {
     bool isEntered = false;
