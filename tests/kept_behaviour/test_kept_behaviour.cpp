@@ -1,4 +1,4 @@
-#include "EditingFixture.h"
+#include "../MetadataEditor/EditingFixture.h"
 
 #include "actions/nkMetadataActions.h"
 #include "frame/nkMetadataContextMenu.h"
