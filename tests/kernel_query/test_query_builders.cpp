@@ -67,7 +67,8 @@ void addTexts()
                              "a\tb",
                              "line\nbreak",
                              " blank at both ends ",
-                             "\xC3\x84" "ffin \xC3\x9F",
+                             "\xC3\x84"
+                             "ffin \xC3\x9F",
                              "\xF0\x9F\x98\x80",
                              "\xE6\x97\xA5\xE6\x9C\xAC",
                              "$^.*+?{}[]|",

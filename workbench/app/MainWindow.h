@@ -50,6 +50,7 @@ private:
     void createViewMenu();
     void createPanels();
     void showModules();
+    void showPreferences();
     void shareSpace();
     void updateUndoActions();
     void chooseScene();

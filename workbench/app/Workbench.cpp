@@ -3,6 +3,7 @@
 #include "MainWindow.h"
 #include "MainWindowService.h"
 #include "TaskProgress.h"
+#include "preferences/Preferences.h"
 
 #include "interchange/sets/SetFileCodec.h"
 #include "kernel/document/Document.h"
@@ -62,6 +63,9 @@ Workbench::Workbench()
     kernel::ProgressDisplay::install(m_progress.get());
     connect(m_window.get(), &MainWindow::openRequested, this, &Workbench::openOrTell);
     connect(&nkLogService::the(), &nkLogService::reported, this, &Workbench::showReport);
+    // Last: what is wrong with the stored values is shown too.
+    m_preferences = std::make_unique<Preferences>();
+    m_preferences->readAfterPaintOf(m_window.get());
 }
 
 Workbench::~Workbench()

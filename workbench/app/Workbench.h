@@ -11,6 +11,7 @@
 
 class MainWindow;
 class MainWindowService;
+class Preferences;
 class TaskProgress;
 
 namespace interchange {
@@ -48,6 +49,7 @@ private:
 
     std::unique_ptr<MainWindow> m_window;
     std::unique_ptr<MainWindowService> m_windowService;
+    std::unique_ptr<Preferences> m_preferences;
     std::unique_ptr<interchange::SetFileCodec> m_setCodec;
     std::unique_ptr<TaskProgress> m_progress;
     PluginLoader m_plugins;
