@@ -357,6 +357,14 @@ void TestSets::assetStateUndoes()
     QCOMPARE(m_document.assetState(id), AssetState::None);
     m_document.redo();
     QCOMPARE(m_document.assetId(id), QStringLiteral("id"));
+    QVERIFY(m_document.setAssetState(id, AssetState::AtRest, QStringLiteral("id"), 3));
+    QCOMPARE(m_document.assetVersion(id), 3);
+    QVERIFY(m_document.undo());
+    QCOMPARE(m_document.assetVersion(id), 0);
+    QVERIFY(m_document.redo());
+    QVERIFY(m_document.setAssetState(id, AssetState::None, QStringLiteral("id"), 3));
+    QCOMPARE(m_document.assetVersion(id), 0);
+    QVERIFY(m_document.undo());
     const nkdMetadataSet own = nkdMetadata::fromObject(node("x")).getObjectSet();
     QVERIFY(!m_document.setAssetState(own.getObjectId(), AssetState::AtRest));
 }

@@ -52,9 +52,13 @@ RoomTable RoomTable::ofProject()
         workbenchRoom("workbench/widgets", "host/nkQt4Ext", "QtCore QtGui QtWidgets"),
         workbenchRoom("workbench/gui", "host", "QtCore QtGui QtWidgets"),
         workbenchRoom("workbench/interchange", "host/nkKernelServices workbench/kernel", "QtCore QtGui"),
+        // The one place that speaks SQL: files in and out need none, and the kernel has the store given to it.
+        workbenchRoom("workbench/interchange/assets", "host/nkKernelServices workbench/kernel",
+                      "QtCore QtSql"),
         workbenchRoom("workbench/app", "host workbench", "QtCore QtGui QtWidgets"),
 
-        workbenchRoom("tests", "host workbench MetadataEditor benchmarks", "QtCore QtGui QtWidgets QtTest"),
+        workbenchRoom("tests", "host workbench MetadataEditor benchmarks",
+                      "QtCore QtGui QtWidgets QtTest QtSql"),
         workbenchRoom("benchmarks", "host workbench MetadataEditor", "QtCore QtGui QtWidgets QtTest"),
     });
 }

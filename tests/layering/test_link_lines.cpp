@@ -90,6 +90,7 @@ void LinkLines::librariesNameWhatTheirRoomsMayUse_data()
     QTest::newRow("nkKernelServicesGUI")
         << NK_LINKS_nkKernelServicesGUI << "nkKernelServices nkQt4Ext Qt5::Core Qt5::Gui Qt5::Widgets";
     QTest::newRow("interchange") << NK_LINKS_interchange << "nkKernelServices Qt5::Core Qt5::Gui";
+    QTest::newRow("assetdatabase") << NK_LINKS_assetdatabase << "nkKernelServices Qt5::Core Qt5::Sql";
 }
 
 void LinkLines::librariesNameWhatTheirRoomsMayUse()
@@ -113,7 +114,7 @@ void LinkLines::builtFilesNeedWhatTheirRoomsMayUse_data()
     QTest::newRow("nkKernelServicesGUI")
         << built("libnkKernelServicesGUI.so") << qt + QStringLiteral("nkKernelServices nkQt4Ext");
     // Above all not MetadataEditor: the workbench finds it by loading it.
-    QTest::newRow("workbench") << built("workbench") << qt + host;
+    QTest::newRow("workbench") << built("workbench") << qt + host + QStringLiteral("Qt5Sql");
 }
 
 void LinkLines::builtFilesNeedWhatTheirRoomsMayUse()

@@ -104,7 +104,16 @@ void MainWindow::createPanels()
         connect(panel, &EditorPanel::metadataRequested, this, &MainWindow::showModules);
     }
     m_view->addActions(editors.actions());
-    m_view->addSeparator();
+    m_endOfPanels = m_view->addSeparator();
+}
+
+void MainWindow::addPanel(QDockWidget *dock, QAction *action)
+{
+    // Behind the scene graph: the tabs of the others have no room for one more name.
+    auto *front = qobject_cast<QDockWidget *>(m_panels.constFirst()->parentWidget());
+    tabifyDockWidget(front, dock);
+    front->raise();
+    m_view->insertAction(m_endOfPanels, action);
 }
 
 void MainWindow::showPreferences()

@@ -7,6 +7,7 @@
 class EditorPanel;
 class ModuleFrame;
 class QAction;
+class QDockWidget;
 class QMenu;
 
 /// The main window of the workbench: menus, the panels of the scene's editors at the left, the frames of the
@@ -23,6 +24,8 @@ public:
     /// Places a module's window in a dock and lists it in the View menu, under its group.
     void addModule(const QString &name, const QString &group, QWidget *window, const QIcon &icon,
                    const QString &shortTitle, bool startHidden);
+    /// Places a panel behind that of the scene graph and lists its action in the View menu, after theirs.
+    void addPanel(QDockWidget *dock, QAction *action);
     /// Takes the window of every module out of its frame, so that the plug-ins can be unloaded.
     void releaseModules();
 
@@ -59,6 +62,8 @@ private:
     QAction *m_undo = nullptr;
     QAction *m_redo = nullptr;
     QMenu *m_view = nullptr;
+    /// The separator after the panels.
+    QAction *m_endOfPanels = nullptr;
     QList<EditorPanel *> m_panels;
     QList<ModuleFrame *> m_frames;
 };

@@ -3,6 +3,7 @@
 #include "MainWindow.h"
 #include "MainWindowService.h"
 #include "TaskProgress.h"
+#include "assets/AssetDock.h"
 #include "preferences/Preferences.h"
 
 #include "interchange/sets/SetFileCodec.h"
@@ -63,6 +64,8 @@ Workbench::Workbench()
     kernel::ProgressDisplay::install(m_progress.get());
     connect(m_window.get(), &MainWindow::openRequested, this, &Workbench::openOrTell);
     connect(&nkLogService::the(), &nkLogService::reported, this, &Workbench::showReport);
+    auto *assets = new AssetDock(m_window.get());
+    m_window->addPanel(assets, assets->action());
     // Last: what is wrong with the stored values is shown too.
     m_preferences = std::make_unique<Preferences>();
     m_preferences->readAfterPaintOf(m_window.get());

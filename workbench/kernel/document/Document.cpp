@@ -95,9 +95,9 @@ bool Document::deleteObjects(const QList<quint64> &ids)
     return ObjectOperations::remove(ids);
 }
 
-bool Document::setAssetState(quint64 setId, AssetState state, const QString &assetId)
+bool Document::setAssetState(quint64 setId, AssetState state, const QString &assetId, int version)
 {
-    return SetOperations::setAsset(setId, state, assetId);
+    return SetOperations::setAsset(setId, {state, assetId, version});
 }
 
 // Reading -----------------------------------------------------------------------------------------------
@@ -117,6 +117,12 @@ QString Document::assetId(quint64 setId) const
 {
     const SetRecord *set = m_store->findSet(setId);
     return set ? set->asset.assetId : QString();
+}
+
+int Document::assetVersion(quint64 setId) const
+{
+    const SetRecord *set = m_store->findSet(setId);
+    return set ? set->asset.version : 0;
 }
 
 bool Document::isNumberText(quint64 entryId) const

@@ -68,8 +68,9 @@ public:
     bool deleteObjects(const QList<quint64> &ids);
     /// Gives a shared set its asset state: metadataChanged(1).
     /// @param assetId names the asset in the asset manager; kept as given, dropped with None
+    /// @param version of the asset that the set's content comes from, 0 for unknown; kept and dropped likewise
     /// @return whether anything changed
-    bool setAssetState(quint64 setId, AssetState state, const QString &assetId = QString());
+    bool setAssetState(quint64 setId, AssetState state, const QString &assetId = QString(), int version = 0);
 
     // Reading what handles do not offer -----------------------------------------------------------------
 
@@ -77,6 +78,7 @@ public:
     nkObjectType typeOf(quint64 id) const;
     AssetState assetState(quint64 setId) const;
     QString assetId(quint64 setId) const;
+    int assetVersion(quint64 setId) const;
     /// True for a String entry whose text was read as a number too long for the number types, and has been a
     /// number literal ever since: a writer of files writes it without quotes.
     bool isNumberText(quint64 entryId) const;

@@ -66,8 +66,13 @@ struct AssetLink
 {
     AssetState state = AssetState::None;
     QString assetId;
+    /// The version of the asset that the set's content comes from; 0 where nobody knows.
+    int version = 0;
 
-    bool operator==(const AssetLink &other) const { return state == other.state && assetId == other.assetId; }
+    bool operator==(const AssetLink &other) const
+    {
+        return state == other.state && assetId == other.assetId && version == other.version;
+    }
 };
 
 /// The six kinds of scene object, for counters by kind.

@@ -73,6 +73,22 @@ QString nameAfter(const Store &store, Slot set, const SetCopy &copy)
     return keepsName ? store.set(set).name : store.uniqueSetName(copy.name, set);
 }
 
+/// Changes what differs from the copy, and nothing else.
+void makeLike(Operation &operation, Slot set, const SetCopy &copy)
+{
+    const Store &store = operation.store();
+    const QString name = nameAfter(store, set, copy);
+    if (name != store.set(set).name) {
+        operation.changeName(ChangeKind::SetName, set, name);
+    }
+    if (copy.color.isValid() && copy.color != store.set(set).color) {
+        operation.changeColor(set, copy.color);
+    }
+    if (!hasEntries(store, set, copy.entries)) {
+        replaceEntries(operation, set, copy.entries);
+    }
+}
+
 void link(Operation &operation, const QVector<Slot> &sets, const QVector<Slot> &objects)
 {
     for (const Slot object : objects) {
@@ -160,22 +176,22 @@ bool replaceContent(quint64 id, const SetCopy &copy)
     if (set == NoSlot || !store.set(set).isEditable()) {
         return false;
     }
-    const QString name = nameAfter(store, set, copy);
-    const bool isRenamed = name != store.set(set).name;
-    const bool isColoured = copy.color.isValid() && copy.color != store.set(set).color;
-    const bool hasOtherEntries = !hasEntries(store, set, copy.entries);
-    if (!isRenamed && !isColoured && !hasOtherEntries) {
-        return true;
-    }
     Operation operation(QT_TRANSLATE_NOOP("Document", "Replace Metadata Set"));
-    if (isRenamed) {
-        operation.changeName(ChangeKind::SetName, set, name);
+    makeLike(operation, set, copy);
+    return true;
+}
+
+bool takeVersion(quint64 id, const SetCopy &copy, const AssetLink &link)
+{
+    const Store &store = Document::the().store();
+    const Slot set = store.setSlot(id);
+    if (set == NoSlot || store.set(set).locked || store.set(set).owner != NoSlot) {
+        return false;
     }
-    if (isColoured) {
-        operation.changeColor(set, copy.color);
-    }
-    if (hasOtherEntries) {
-        replaceEntries(operation, set, copy.entries);
+    Operation operation(QT_TRANSLATE_NOOP("Document", "Reload from Asset Manager"));
+    makeLike(operation, set, copy);
+    if (!(store.set(set).asset == link)) {
+        operation.changeAsset(set, link);
     }
     return true;
 }
@@ -234,11 +250,11 @@ void setLocked(quint64 id, bool locked)
     operation.toggleLock(ChangeKind::SetLock, store.setSlot(id));
 }
 
-bool setAsset(quint64 id, AssetState state, const QString &assetId)
+bool setAsset(quint64 id, const AssetLink &link)
 {
     const Store &store = Document::the().store();
     const SetRecord *set = store.findSet(id);
-    const AssetLink asset{state, state == AssetState::None ? QString() : assetId};
+    const AssetLink asset = link.state == AssetState::None ? AssetLink() : link;
     if (!set || set->owner != NoSlot || set->asset == asset) {
         return false;
     }

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "AssetState.h"
 #include "Clipboard.h"
+#include "Records.h"
 #include "SlotList.h"
 
 #include <QColor>
@@ -28,13 +28,17 @@ QVector<Slot> load(const std::vector<SetCopy> &copies, const QVector<Slot> &obje
 /// keeps its name, and a set whose copy has none keeps its own.
 /// @return false where the set is not there or not editable
 bool replaceContent(quint64 id, const SetCopy &copy);
+/// Gives a set the content of a version of its asset, and that link: one change. Also where it is at rest.
+/// @return false where it is not there, locked, or an object set
+bool takeVersion(quint64 id, const SetCopy &copy, const AssetLink &link);
 void assign(const QVector<Slot> &sets, const QVector<Slot> &objects);
 void unassign(const QVector<Slot> &sets, const QVector<Slot> &objects);
 
 void rename(quint64 id, const QString &name);
 void setColor(quint64 id, const QColor &color);
 void setLocked(quint64 id, bool locked);
-bool setAsset(quint64 id, AssetState state, const QString &assetId);
+/// A link that says None drops the rest of it.
+bool setAsset(quint64 id, const AssetLink &link);
 
 } // namespace SetOperations
 

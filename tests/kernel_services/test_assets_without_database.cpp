@@ -4,17 +4,17 @@
 #include <nkKernelServices/nkLogService.h>
 #include <nkKernelServices/nkMetadataService.h>
 
-/// Operations that are not built yet say so and pretend nothing.
-class TestUnbuiltServices : public QObject
+/// Asset operations in a program that has no asset database say so and change nothing.
+class TestAssetsWithoutDatabase : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void assetOperationsAreNamedInTheLog();
-    void assetOperationsWithoutSetsSayNothing();
+    void eachOperationSaysThatItTakesADatabase();
+    void operationsWithoutSetsSayNothing();
 };
 
-void TestUnbuiltServices::assetOperationsAreNamedInTheLog()
+void TestAssetsWithoutDatabase::eachOperationSaysThatItTakesADatabase()
 {
     nkAssetsService &assets = nkAssetsService::the();
     const nkdMetadataSet set = nkMetadataService::the().createSet(QStringLiteral("Paint"), {});
@@ -38,7 +38,7 @@ void TestUnbuiltServices::assetOperationsAreNamedInTheLog()
     QVERIFY(!set.isAsset());
 }
 
-void TestUnbuiltServices::assetOperationsWithoutSetsSayNothing()
+void TestAssetsWithoutDatabase::operationsWithoutSetsSayNothing()
 {
     QSignalSpy reports(&nkLogService::the(), &nkLogService::reported);
     nkAssetsService &assets = nkAssetsService::the();
@@ -50,5 +50,5 @@ void TestUnbuiltServices::assetOperationsWithoutSetsSayNothing()
     QVERIFY(reports.isEmpty());
 }
 
-NK_GUILESS_TEST_MAIN(TestUnbuiltServices)
-#include "test_unbuilt_services.moc"
+NK_GUILESS_TEST_MAIN(TestAssetsWithoutDatabase)
+#include "test_assets_without_database.moc"
