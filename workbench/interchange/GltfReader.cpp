@@ -82,12 +82,20 @@ GltfReader::GltfReader(const GltfLimits &limits) : m_limits(limits) {}
 
 bool GltfReader::read(const QByteArray &json, GltfScene &scene)
 {
+    JsonTree tree;
+    return read(json, scene, tree);
+}
+
+bool GltfReader::read(const QByteArray &json, GltfScene &scene, JsonTree &tree)
+{
     m_scene = GltfScene();
     m_check = GltfCheck();
     m_error = SceneError();
-    JsonTree tree;
+    m_isCancelled = false;
     JsonReader reader(m_limits.json);
+    reader.setGoOn(m_goOn);
     if (!reader.read(json, tree)) {
+        m_isCancelled = reader.error().code == JsonErrorCode::Cancelled;
         m_error = SceneError::atJson(reader.error());
         return false;
     }
@@ -249,6 +257,7 @@ void GltfReader::nameNode(const QString &name, quint32 index)
 {
     SceneNode &node = m_scene.nodes[index];
     node.name = name;
+    node.isNamed = !name.isEmpty();
     if (node.name.isEmpty() && node.kind == SceneNodeKind::Camera)
         node.name = m_scene.cameras[size_t(node.camera)].name;
     if (node.name.isEmpty() && node.kind == SceneNodeKind::Light)
@@ -273,7 +282,8 @@ bool GltfReader::readMaterials(const JsonValue &materials)
             return false;
         SceneMaterial material;
         material.name = textOf(name);
-        if (material.name.isEmpty())
+        material.isNamed = !material.name.isEmpty();
+        if (!material.isNamed)
             material.name = tr("Material %1").arg(index);
         material.span = value.span();
         material.extrasSpan = spanOf(extras);
