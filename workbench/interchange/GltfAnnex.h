@@ -37,8 +37,9 @@ struct GltfAnnex
         bool isLocked = false;
         /// Its own set as it really is, where extras cannot say it all.
         std::optional<kernel::SetCopy> own;
-        QSet<QString> apart;             ///< keys of entries of its own set that stand in no extras
-        QHash<QString, QString> renamed; ///< from an entry's key to the one that its place in the extras gives
+        QSet<QString> apart; ///< keys of entries of its own set that stand in no extras
+        QHash<QString, QString>
+            renamed; ///< from an entry's key to the one that its place in the extras gives
     };
 
     /// One set and a run of objects that it is assigned to. Runs come in the order of assigning.

@@ -46,8 +46,9 @@ bool GltfAnnexReader::readAnnex(const JsonValue &value)
     bool ok = false;
     const JsonValue version = member(value, Words::Version);
     if (!version.isPresent() || version.toInt(&ok) != GltfAnnex::Version || !ok)
-        return fail(version.isPresent() ? version : value,
-                    tr("its version is not %1, the only one that this program reads").arg(GltfAnnex::Version));
+        return fail(
+            version.isPresent() ? version : value,
+            tr("its version is not %1, the only one that this program reads").arg(GltfAnnex::Version));
     return hasOnly(value, {Words::Version, Words::Sets, Words::Assets, Words::Objects, Words::Assigned})
            && readSets(member(value, Words::Sets))
            && readArray(member(value, Words::Assets), [this](const JsonValue &v) { return readAsset(v); })

@@ -22,7 +22,6 @@ std::string_view viewOf(const QByteArray &text, const JsonSpan &span)
 
 } // namespace
 
-
 GltfObjectPatch::GltfObjectPatch(const SceneSource &source, const kernel::Store &store, JsonPatches &patches)
     : m_source(source), m_store(store), m_patches(patches)
 {}

@@ -35,7 +35,8 @@ bool GltfWriter::write()
     const GltfAnnex annex = maker.make();
     const QByteArray text = annex.isEmpty() ? QByteArray() : textOfAnnex(annex);
     if (text.isEmpty() != annex.isEmpty())
-        return fail(tr("the sets are more than 1 GiB of text"), tr("keep some of them in files of their own"));
+        return fail(tr("the sets are more than 1 GiB of text"),
+                    tr("keep some of them in files of their own"));
     if (text != m_source.annex && (!patchAnnex(tree, text) || !read(scene, tree, ReadBack, 1)))
         return false;
     noteWhereEverythingStands(scene, maker.places());
@@ -67,8 +68,7 @@ bool GltfWriter::patchObjects(GltfObjectPatch &objects, const JsonPatches &patch
     for (const SceneSource::ObjectOrigin &origin : m_source.objects()) {
         if (!objects.isAsRead(origin))
             objects.patch(origin);
-        if (++count % ObjectsAtOnce == 0
-            && !m_progress.advance(Compared * count / m_source.objectCount()))
+        if (++count % ObjectsAtOnce == 0 && !m_progress.advance(Compared * count / m_source.objectCount()))
             return false;
     }
     m_json = patches.applied(m_source.json);
@@ -91,10 +91,11 @@ bool GltfWriter::patchAnnex(const JsonTree &tree, const QByteArray &annex)
     const JsonValue extras = tree.root().find(ExtrasKeyword);
     const JsonValue member = extras.find(GltfAnnex::Member);
     if (m_source.isAnnexForeign || (extras.isPresent() && !extras.isObject()))
-        return fail(tr("sets, colours, locks, dates and times are kept under “extras.%1”, and what stands there "
-                       "is not of this program")
-                        .arg(GltfAnnex::Member),
-                    tr("remove it with a text editor, or keep the sets in files of their own"));
+        return fail(
+            tr("sets, colours, locks, dates and times are kept under “extras.%1”, and what stands there "
+               "is not of this program")
+                .arg(GltfAnnex::Member),
+            tr("remove it with a text editor, or keep the sets in files of their own"));
     QByteArray text = annex;
     // A text in one line stays in one line; inside of strings there are no line breaks.
     if (!m_json.contains('\n'))

@@ -46,8 +46,9 @@ bool isQuoted(std::string_view json, const QString &text)
     if (isAscii && inside.find('\\') == std::string_view::npos
         && text == QLatin1String(inside.data(), int(inside.size())))
         return true;
-    return JsonString::decoded(inside) == text || QByteArray::fromRawData(json.data(), int(json.size())) ==
-        PlainValue::textOf(kernel::EntryValue(text));
+    return JsonString::decoded(inside) == text
+           || QByteArray::fromRawData(json.data(), int(json.size()))
+                  == PlainValue::textOf(kernel::EntryValue(text));
 }
 
 /// Whether the digits before the exponent hold anything but zeros.
@@ -75,12 +76,15 @@ QString momentText(const QVariant &moment)
 {
     switch (moment.userType()) {
     case QMetaType::QTime:
-        return moment.toTime().isValid() ? QString::fromLatin1(MomentText::ofTime(moment.toTime())) : QString();
+        return moment.toTime().isValid() ? QString::fromLatin1(MomentText::ofTime(moment.toTime()))
+                                         : QString();
     case QMetaType::QDate:
-        return moment.toDate().isValid() ? QString::fromLatin1(MomentText::ofDate(moment.toDate())) : QString();
+        return moment.toDate().isValid() ? QString::fromLatin1(MomentText::ofDate(moment.toDate()))
+                                         : QString();
     default:
-        return moment.toDateTime().isValid() ? QString::fromLatin1(MomentText::ofDateTime(moment.toDateTime()))
-                                             : QString();
+        return moment.toDateTime().isValid()
+                   ? QString::fromLatin1(MomentText::ofDateTime(moment.toDateTime()))
+                   : QString();
     }
 }
 

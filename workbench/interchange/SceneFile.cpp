@@ -36,6 +36,18 @@ bool mayBeJsonObject(const QByteArray &firstBytes)
     return at == firstBytes.size() || firstBytes.at(at) == '{';
 }
 
+/// Formats of scenes that are known, and not read.
+bool isOtherFormat(const QString &suffix)
+{
+    static const QStringList known{QStringLiteral("3ds"),  QStringLiteral("3mf"),  QStringLiteral("abc"),
+                                   QStringLiteral("dae"),  QStringLiteral("fbx"),  QStringLiteral("ifc"),
+                                   QStringLiteral("iges"), QStringLiteral("obj"),  QStringLiteral("ply"),
+                                   QStringLiteral("step"), QStringLiteral("stl"),  QStringLiteral("stp"),
+                                   QStringLiteral("usd"),  QStringLiteral("usda"), QStringLiteral("usdz"),
+                                   QStringLiteral("wrl"),  QStringLiteral("x"),    QStringLiteral("x3d")};
+    return known.contains(suffix, Qt::CaseInsensitive);
+}
+
 bool isUtf16(const QByteArray &firstBytes)
 {
     return firstBytes.startsWith("\xff\xfe") || firstBytes.startsWith("\xfe\xff");
@@ -98,7 +110,8 @@ void SceneFile::readAnnex()
 {
     const JsonSpan &extras = m_scene.rootExtrasSpan;
     GltfAnnexReader reader;
-    m_source->isAnnexForeign = !reader.read(m_source->json.mid(int(extras.offset), int(extras.length)), m_annex);
+    m_source->isAnnexForeign = !reader.read(m_source->json.mid(int(extras.offset), int(extras.length)),
+                                            m_annex);
     if (m_source->isAnnexForeign)
         m_scene.report.addRefused(
             JsonPath().append(QStringLiteral("extras")).append(QString(GltfAnnex::Member)).text(),
@@ -139,6 +152,9 @@ bool SceneFile::readJson(QByteArray &json)
         return readBinary(file, json);
     if (isUtf16(firstBytes))
         return failFile(tr("its text is UTF-16, and glTF is UTF-8"), tr("export it again as UTF-8"));
+    if (!mayBeJsonObject(firstBytes) && isOtherFormat(info.suffix()))
+        return failFile(tr("scenes of the kind “.%1” cannot be opened yet").arg(info.suffix().toLower()),
+                        tr("export it as glTF (.gltf or .glb) and open that"));
     if (!mayBeJsonObject(firstBytes))
         return failFile(tr("it is no glTF scene: it begins neither with “glTF” nor with “{”"),
                         tr("choose a .gltf or .glb file"));

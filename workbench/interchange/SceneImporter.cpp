@@ -61,8 +61,7 @@ qint64 onlyOne(const List &list, const QString &name)
 template <typename List>
 qint64 placeOf(const List &list, quint32 index, const QString &name)
 {
-    const bool isThere = index < list.size()
-                         && (list[index].isNamed ? list[index].name : QString()) == name;
+    const bool isThere = index < list.size() && (list[index].isNamed ? list[index].name : QString()) == name;
     return isThere ? index : name.isEmpty() ? -1 : onlyOne(list, name);
 }
 
@@ -142,8 +141,8 @@ bool SceneImporter::addNode(Loader &loader, qint32 index, quint64 parentId)
     if (id == 0)
         return false;
     m_nodeIds[size_t(index)] = id;
-    m_source.add(SceneSource::ObjectOrigin{id, static_cast<quint32>(index), SceneSource::List::Nodes, node.span,
-                                           node.extrasSpan, node.name, IndexRange()});
+    m_source.add(SceneSource::ObjectOrigin{id, static_cast<quint32>(index), SceneSource::List::Nodes,
+                                           node.span, node.extrasSpan, node.name, IndexRange()});
     return addContent(loader, id, node.entries, annexOf(false, quint32(index)));
 }
 

@@ -32,7 +32,8 @@ private:
     bool addNodes(Loader &loader);
     bool addNode(Loader &loader, qint32 index, quint64 parentId);
     bool addMaterials(Loader &loader);
-    bool addContent(Loader &loader, quint64 objectId, const IndexRange &range, const GltfAnnex::Object *annex);
+    bool addContent(Loader &loader, quint64 objectId, const IndexRange &range,
+                    const GltfAnnex::Object *annex);
     bool addPlain(Loader &loader, quint64 setId, quint32 entry, const QString &key);
     bool addOwn(Loader &loader, quint64 setId, const IndexRange &range, const GltfAnnex::Object &annex);
     bool addOwnEntry(Loader &loader, quint64 setId, const kernel::EntryCopy &entry, qint64 place);
