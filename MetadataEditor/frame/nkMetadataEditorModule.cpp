@@ -5,9 +5,14 @@
 #include "frame/nkMetadataContextMenu.h"
 #include "frame/nkMetadataEditorMenubar.h"
 #include "frame/nkMetadataEditorUpdater.h"
+#include "frame/nkMetadataQuickActions.h"
+#include "frame/nkMetadataSelectedEntries.h"
+#include "frame/nkMetadataTabOrder.h"
+#include "frame/nkMetadataTableColumnTexts.h"
 #include "frame/nkMetadataTableEntries.h"
 #include "frame/nkMetadataTableFilters.h"
 #include "table/nkMetadataIconDelegate.h"
+#include "table/nkMetadataIconFilterBar.h"
 #include "table/nkMetadataKeyDelegate.h"
 #include "table/nkMetadataKeyValueColumns.h"
 #include "table/nkMetadataKeyValueHeader.h"
@@ -20,21 +25,18 @@
 #include "table/nkMetadataValueTypeDelegate.h"
 #include "tree/nkMetadataTreeWidget.h"
 
-#include <nkKernelServices/nkAssetsService.h>
-#include <nkKernelServices/nkCameraService.h>
-#include <nkKernelServices/nkInternalUiService.h>
-#include <nkKernelServices/nkLightService.h>
 #include <nkKernelServices/nkMainWindowService.h>
-#include <nkKernelServices/nkMaterialService.h>
-#include <nkKernelServices/nkMetadataService.h>
-#include <nkKernelServices/nkObjectService.h>
-#include <nkKernelServices/nkScenegraphService.h>
-#include <nkKernelServices/nkSceneplateService.h>
+#include <nkKernelServices/nkQueryService.h>
+#include <nkKernelServicesGUI/nkAdvancedSearch.h>
+#include <nkKernelServicesGUI/nkAdvancedSearchBar.h>
+#include <nkKernelServicesGUI/nkBaseControl.h>
+#include <nkKernelServicesGUI/nkMetadataSetItemFilter.h>
 #include <nkKernelServicesGUI/nkMetadataTreeView.h>
+#include <nkKernelServicesGUI/nkPropertyEditorWidget.h>
+#include <nkQt4Ext/QNKCustomFilterProxyModel.h>
 #include <nkQt4Ext/nkIconManager.h>
 
-#include <QCoreApplication>
-#include <QEvent>
+#include <QItemSelectionModel>
 #include <QTimer>
 #include <QVBoxLayout>
 
@@ -54,9 +56,15 @@ void fillFrame(QFrame *frame, const QList<QWidget *> &widgets)
     }
 }
 
-QString iconInfo(const char *text)
+/// The editor's number among the modules that search.
+constexpr int searchModule = 5;
+
+/// The control of a property; one that is not shown is left out.
+void enableControl(const nkPropertyEditorWidget *panel, const char *property, bool isEnabled)
 {
-    return QCoreApplication::translate("MetadataIconInfo", text);
+    if (nkBaseControl *control = panel->getControl(QLatin1String(property))) {
+        control->setEnabled(isEnabled);
+    }
 }
 
 } // namespace
@@ -71,10 +79,14 @@ nkMetadataEditorModule::nkMetadataEditorModule(QWidget *parent, const QString &o
     m_contextMenu = new nkMetadataContextMenu(this);
     setupUi(this);
     setMenuBar(new nkMetadataEditorMenubar(this));
+    m_horizontalSplitter->setSizes({10, 20});
     createUpdater();
     createTrees();
+    createAdvancedSearch();
     createTable();
-    connectActions();
+    createPropertyPanel();
+    createQuickActionBar();
+    nkMetadataTabOrder::follow({m_advancedSearch->getWidget(), m_upperTree, m_lowerTree});
     connectHost();
     m_actions->handler()->updateActionStates();
     registerWithHost();
@@ -85,6 +97,7 @@ nkMetadataEditorModule::~nkMetadataEditorModule()
     delete m_tableFilterModel;
     delete m_keyValueModel;
     delete m_updater;
+    delete m_propertyEditor;
     theWindow = nullptr;
 }
 
@@ -96,17 +109,6 @@ nkMetadataEditorModule *nkMetadataEditorModule::instance()
 QList<nkMetadataTreeWidget *> nkMetadataEditorModule::treeWidgets() const
 {
     return {m_upperTree, m_lowerTree};
-}
-
-void nkMetadataEditorModule::createUpdater()
-{
-    m_horizontalSplitter->setSizes({10, 20});
-    m_updater = new nkMetadataEditorUpdater;
-    m_updater->setEnabled(false);
-    connect(m_updater, &QNKUpdateScheduler::updateScheduled, this,
-            &nkMetadataEditorModule::onUpdateScheduled);
-    connect(m_updater, &QNKUpdateScheduler::enabled, m_updater,
-            [updater = m_updater] { updater->requestUpdate(nkMetadataUpdate::AllButSelectionLists); });
 }
 
 void nkMetadataEditorModule::createTrees()
@@ -137,30 +139,49 @@ void nkMetadataEditorModule::connectTree(nkMetadataTreeWidget *tree, nkMetadataT
     connect(tree, &nkMetadataTreeWidget::showContextMenu, this, &nkMetadataEditorModule::onShowContextMenu);
 }
 
-void nkMetadataEditorModule::connectActions()
-{
-    const nkMetadataActionsHandler *handler = m_actions->handler();
-    connect(handler, &nkMetadataActionsHandler::graphFocusedAction, this,
-            &nkMetadataEditorModule::setFocusMode);
-    connect(handler, &nkMetadataActionsHandler::entryCreated, this,
-            [this](const nkdMetadataEntry &entry) { onEntryCreated(entry, entry.getSet()); });
-    m_keyValueView->setCreateEntryMenu(m_actions->createEntryMenu());
-}
-
-void nkMetadataEditorModule::setFocusMode(bool on)
-{
-    m_rootItem->setSets({});
-    const QList<nkMetadataTreeWidget *> trees = treeWidgets();
-    for (nkMetadataTreeWidget *tree : trees) {
-        tree->setFocusMode(on);
-    }
-    reloadTable();
-}
-
 void nkMetadataEditorModule::onShowContextMenu(const QPoint &pos)
 {
     m_contextMenu->hideTearOffMenu();
     m_contextMenu->exec(pos);
+}
+
+void nkMetadataEditorModule::createAdvancedSearch()
+{
+    m_setItemFilter = new nkMetadataSetItemFilter(this);
+    auto *proxy = qobject_cast<QNKCustomFilterProxyModel *>(m_upperTree->getTreeView()->model());
+    proxy->addCustomFilter(m_setItemFilter);
+    m_advancedSearch = new nkAdvancedSearch(searchModule, m_upperTree->findChild<nkMetadataIconFilterBar *>(),
+                                            this);
+    connect(m_advancedSearch, &nkAdvancedSearch::searchChanged, this,
+            &nkMetadataEditorModule::onSearchChanged);
+    const nkQueryService *service = &nkQueryService::the();
+    connect(service, &nkQueryService::asyncMetadataQueryStarted, this,
+            [this] { m_advancedSearch->getSearchBar()->setState(nkAdvancedSearchBar::Running); });
+    connect(service, &nkQueryService::asyncMetadataQueryFinished, this,
+            &nkMetadataEditorModule::onSearchFinished);
+    QWidget *bar = m_advancedSearch->getWidget();
+    // No higher than it needs to be, as the frame it stands for.
+    bar->setSizePolicy(m_searchFrame->sizePolicy());
+    delete centralwidget->layout()->replaceWidget(m_searchFrame, bar, Qt::FindChildrenRecursively);
+    delete m_searchFrame;
+    m_searchFrame = nullptr;
+}
+
+void nkMetadataEditorModule::onSearchChanged(bool enabled, const QString &query)
+{
+    m_setItemFilter->setEnabled(enabled);
+    if (enabled) {
+        nkQueryService::the().startAsyncMetadataQuery(query);
+    } else {
+        nkQueryService::the().cancelAsyncMetadataQuery();
+    }
+}
+
+void nkMetadataEditorModule::onSearchFinished(bool ok, const QList<nkdMetadataSet> &sets)
+{
+    m_advancedSearch->getSearchBar()->setState(ok ? nkAdvancedSearchBar::Succeeded
+                                                  : nkAdvancedSearchBar::Failed);
+    m_setItemFilter->setMetadataSets(sets);
 }
 
 void nkMetadataEditorModule::createTable()
@@ -175,17 +196,18 @@ void nkMetadataEditorModule::createTable()
             &nkMetadataEditorModule::pasteEntries);
     connect(m_keyValueView, &nkMetadataKeyValueTreeView::deleteEntries, this,
             &nkMetadataEditorModule::deleteEntries);
+    connect(m_actions->handler(), &nkMetadataActionsHandler::entryCreated, this,
+            [this](const nkdMetadataEntry &entry) { onEntryCreated(entry, entry.getSet()); });
     m_tableHeader->initialise();
-    m_propertyFrame->hide();
 }
 
 void nkMetadataEditorModule::createTableModel()
 {
     m_rootItem = new nkMetadataKeyValueRootModelItem;
     m_keyValueModel = new nkMetadataKeyValueModel;
-    m_keyValueModel->setHeader({QString(), tr("Assignment"), tr("Key"), tr("Value"), tr("Type")});
+    m_keyValueModel->setHeader(nkMetadataTableColumnTexts::titles());
     m_keyValueModel->setRootItem(m_rootItem);
-    nameTableColumns();
+    nkMetadataTableColumnTexts::explain(m_keyValueModel);
     m_tableFilterModel = new nkMetadataTableFilterModel;
     m_tableFilterModel->setSourceModel(m_keyValueModel);
 }
@@ -193,10 +215,14 @@ void nkMetadataEditorModule::createTableModel()
 void nkMetadataEditorModule::createTableView()
 {
     m_keyValueView = new nkMetadataKeyValueTreeView(this);
+    m_keyValueView->setAccessibleName(tr("Metadata entries"));
     m_keyValueView->setModel(m_tableFilterModel);
     m_tableHeader = new nkMetadataKeyValueHeader(m_keyValueView, this);
     m_keyValueView->setHeader(m_tableHeader);
     m_keyValueView->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_keyValueView->setCreateEntryMenu(m_actions->createEntryMenu());
+    connect(m_keyValueView->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            &nkMetadataEditorModule::onTableSelectionChanged);
 }
 
 void nkMetadataEditorModule::createTableDelegates()
@@ -225,63 +251,59 @@ void nkMetadataEditorModule::createTableFilters()
             });
 }
 
-void nkMetadataEditorModule::nameTableColumns()
+void nkMetadataEditorModule::createPropertyPanel()
 {
-    const auto setData = [this](int column, int role, const QString &text) {
-        m_keyValueModel->setHeaderData(column, Qt::Horizontal, text, role);
-    };
-    setData(IconColumn, Qt::UserRole, tr("Icon"));
-    setData(IconColumn, Qt::ToolTipRole,
-            QStringLiteral("%1<br>&#x2022; %2<br>&#x2022; %3<br>&#x2022; %4<br>&#x2022; %5")
-                .arg(tr("Icon Column - lists 4 different icon types:"),
-                     iconInfo(QT_TRANSLATE_NOOP("MetadataIconInfo", "Tag on Object")),
-                     iconInfo(QT_TRANSLATE_NOOP("MetadataIconInfo", "Entry on Object")),
-                     iconInfo(QT_TRANSLATE_NOOP("MetadataIconInfo", "Tag inside Set")),
-                     iconInfo(QT_TRANSLATE_NOOP("MetadataIconInfo", "Entry inside Set"))));
-    setData(AssignmentColumn, Qt::ToolTipRole,
-            tr("Assignment Column - lists the Set or Object where entries are assigned to."));
-    setData(KeyColumn, Qt::ToolTipRole, tr("Metadata Key Column - lists the chosen names of the Keys."));
-    setData(ValueColumn, Qt::ToolTipRole, tr("Metadata Value Column - lists the defined Value of its type."));
-    setData(TypeColumn, Qt::ToolTipRole, tr("Metadata Type Column - indicates the type of the entry."));
+    m_propertyEditor = new nkPropertyEditorWidget(this, {}, false, false);
+    m_propertyEditor->setDocumentMode(true);
+    fillFrame(m_propertyFrame, {m_propertyEditor});
+    m_keyValueFrame->setMinimumWidth(m_propertyEditor->minimumWidth());
+    m_propertyFrame->hide();
 }
 
-void nkMetadataEditorModule::connectHost()
+void nkMetadataEditorModule::onTableSelectionChanged()
 {
-    connect(&nkObjectService::the(), &nkObjectService::propertyChanged, this,
-            &nkMetadataEditorModule::onPropertyChanged);
-    connect(&nkAssetsService::the(), &nkAssetsService::assetsChanged, this, [this] {
-        m_updater->requestUpdate(nkMetadataUpdate::Table);
-        m_updater->requestUpdate(nkMetadataUpdate::BothTrees);
-    });
-    connect(&nkMetadataService::the(), &nkMetadataService::metadataChanged, this,
-            &nkMetadataEditorModule::onMetadataChanged);
-    connect(&nkMetadataService::the(), &nkMetadataService::selectionChanged, m_upperTree,
-            &nkMetadataTreeWidget::selectObjects);
-    // The host must not find the trees changed inside the call in which it asks.
-    connect(&nkInternalUiService::the(), &nkInternalUiService::requestMetadataEditorSelectionModeInLowerTree,
-            this, [this] { QTimer::singleShot(0, this, &nkMetadataEditorModule::showLastSelection); });
-    connectEditorSelections();
-}
-
-void nkMetadataEditorModule::showLastSelection()
-{
-    m_upperTree->clearSelection();
-    if (m_lowerTree->getMode() == TreeMode::LastSelection) {
-        // The selection that the host means may not have been delivered to the list yet.
-        m_lowerTree->reload();
+    const bool hasSelection = m_keyValueView->selectionModel()->hasSelection();
+    const bool appears = hasSelection && m_propertyFrame->isHidden();
+    m_propertyFrame->setVisible(hasSelection);
+    updatePropertyEditor(true);
+    if (appears) {
+        // The panel takes its room from the table with the next events, perhaps from the very row.
+        QTimer::singleShot(0, m_keyValueView,
+                           [view = m_keyValueView] { view->scrollTo(view->currentIndex()); });
     }
-    m_lowerTree->setMode(TreeMode::LastSelection);
-    m_lowerTree->getTreeView()->selectAll();
 }
 
-void nkMetadataEditorModule::connectEditorSelections()
+void nkMetadataEditorModule::updatePropertyEditor(bool force)
 {
-    const auto requestLists = [this] { m_updater->requestUpdate(nkMetadataUpdate::SelectionLists); };
-    connect(&nkScenegraphService::the(), &nkScenegraphService::selectionChanged, this, requestLists);
-    connect(&nkMaterialService::the(), &nkMaterialService::selectionChanged, this, requestLists);
-    connect(&nkLightService::the(), &nkLightService::nodeSelectionChanged, this, requestLists);
-    connect(&nkCameraService::the(), &nkCameraService::selectionChanged, this, requestLists);
-    connect(&nkSceneplateService::the(), &nkSceneplateService::nodesSelected, this, requestLists);
+    if (!m_propertyEditor || (!force && !m_propertyEditor->isVisible())) {
+        return;
+    }
+    const auto selected = nkMetadataSelectedEntries::of(nkMetadataTableEntries::selectedRows(m_keyValueView));
+    m_propertyEditor->setCurrentObjects(selected.wrappers, false);
+    enableControl(m_propertyEditor, "key", !selected.shareASet);
+    enableControl(m_propertyEditor, "value", !selected.hasTag);
+    enableControl(m_propertyEditor, "valueType", !selected.hasTag);
+    m_propertyEditor->resize();
+    m_propertyEditor->setEnabled(selected.areEditable);
+    m_propertyFrame->setFixedHeight(m_propertyEditor->height());
+}
+
+void nkMetadataEditorModule::createQuickActionBar()
+{
+    m_createAction = nkMetadataQuickActions::makeCreateAction(this);
+    m_quickActionBar = nkMetadataQuickActions::makeBar(this, m_createAction);
+    connect(m_actions->handler(), &nkMetadataActionsHandler::graphFocusedAction, this,
+            &nkMetadataEditorModule::setFocusMode);
+}
+
+void nkMetadataEditorModule::setFocusMode(bool on)
+{
+    m_rootItem->setSets({});
+    const QList<nkMetadataTreeWidget *> trees = treeWidgets();
+    for (nkMetadataTreeWidget *tree : trees) {
+        tree->setFocusMode(on);
+    }
+    reloadTable();
 }
 
 void nkMetadataEditorModule::registerWithHost()
@@ -292,27 +314,6 @@ void nkMetadataEditorModule::registerWithHost()
         QString(QLatin1String("Toolclip_Metadata")),
         nkIconManager::getIcon(QString(QLatin1String("ModuleMetadataEditor")), QString()), tr("Metadata"),
         false);
-}
-
-void nkMetadataEditorModule::showEvent(QShowEvent *event)
-{
-    QMainWindow::showEvent(event);
-    m_updater->enable();
-}
-
-void nkMetadataEditorModule::hideEvent(QHideEvent *event)
-{
-    m_updater->disable();
-    QMainWindow::hideEvent(event);
-}
-
-void nkMetadataEditorModule::changeEvent(QEvent *event)
-{
-    QMainWindow::changeEvent(event);
-    // The table remembers its text colours, which come from the palette.
-    if (event->type() == QEvent::PaletteChange && m_updater) {
-        m_updater->requestUpdate(nkMetadataUpdate::Table);
-    }
 }
 
 void nkMetadataEditorModule::onMetadataSelectionChanged(const QList<nkdMetadataSet> &sets)
@@ -350,67 +351,5 @@ void nkMetadataEditorModule::onEntryCreated(const nkdMetadataEntry &entry, const
         m_keyValueView->scrollTo(cell, QAbstractItemView::EnsureVisible);
         m_keyValueView->setCurrentIndex(cell);
         m_keyValueView->edit(cell);
-    }
-}
-
-void nkMetadataEditorModule::onPropertyChanged(const nkdObject &object, const QString &property)
-{
-    if (object.isTypeOf(nkdMetadataEntry::staticMetaObject)) {
-        m_updater->requestUpdate(nkMetadataUpdate::Table);
-        m_updater->requestUpdate(nkMetadataUpdate::PropertyPanel);
-        return;
-    }
-    const bool isRenamedObject = property == QLatin1String("name")
-                                 && (object.isTypeOf(nkdNode::staticMetaObject)
-                                     || object.isTypeOf(nkdMaterial::staticMetaObject));
-    if (isRenamedObject || object.isTypeOf(nkdMetadataSet::staticMetaObject)) {
-        m_updater->requestUpdate(nkMetadataUpdate::UpperTree);
-        m_updater->requestUpdate(nkMetadataUpdate::LowerTree);
-        m_updater->requestUpdate(nkMetadataUpdate::Table);
-    }
-}
-
-void nkMetadataEditorModule::onMetadataChanged(nkMetadataTypes::ChangeFlag flags)
-{
-    m_actions->handler()->updateActionStates();
-    if (flags & (nkMetadataTypes::SetsChanged | nkMetadataTypes::AssignmentsChanged)) {
-        m_updater->requestUpdate(nkMetadataUpdate::BothTrees);
-    }
-    if (flags & nkMetadataTypes::EntriesChanged) {
-        m_updater->requestUpdate(nkMetadataUpdate::Table);
-        m_updater->requestUpdate(nkMetadataUpdate::PropertyPanel);
-    }
-}
-
-void nkMetadataEditorModule::onUpdateScheduled(uint bits)
-{
-    if (bits & nkMetadataUpdate::UpperTree) {
-        m_upperTree->reload();
-    }
-    if (bits & nkMetadataUpdate::LowerTree) {
-        m_lowerTree->reload();
-    }
-    if (bits & nkMetadataUpdate::Table) {
-        reloadTable();
-    }
-    if (bits & nkMetadataUpdate::SelectionLists) {
-        reloadSelectionLists();
-    }
-}
-
-void nkMetadataEditorModule::reloadTable()
-{
-    m_keyValueView->setSortingEnabled(false);
-    m_keyValueModel->reload();
-    m_keyValueView->setSortingEnabled(true);
-}
-
-void nkMetadataEditorModule::reloadSelectionLists()
-{
-    const QList<nkMetadataTreeWidget *> trees = treeWidgets();
-    for (nkMetadataTreeWidget *tree : trees) {
-        if (tree->getMode() == TreeMode::LastSelection) {
-            tree->reload();
-        }
     }
 }

@@ -14,6 +14,8 @@
 
 class QAbstractItemDelegate;
 
+class QNKToolBar;
+class nkAdvancedSearch;
 class nkMetadataActions;
 class nkMetadataContextMenu;
 class nkMetadataEditorUpdater;
@@ -21,12 +23,15 @@ class nkMetadataKeyValueHeader;
 class nkMetadataKeyValueModel;
 class nkMetadataKeyValueRootModelItem;
 class nkMetadataKeyValueTreeView;
+class nkMetadataSetItemFilter;
 class nkMetadataTableFilterModel;
 class nkMetadataTableFilters;
 class nkMetadataTreeWidget;
+class nkPropertyEditorWidget;
 
 /// The editor window: two trees of metadata sets or scene objects beside the table of the entries of what is
-/// selected there last. There is one, made when the plug-in starts and registered with the host's main window. It
+/// selected there last, with a search above, a panel of the selected entries below the table, and the commands in
+/// menus and in a bar. There is one, made when the plug-in starts and registered with the host's main window. It
 /// follows the host's changes while it is shown, and catches up once when it is shown again.
 class nkMetadataEditorModule : public QMainWindow, private Ui::nkMetadataEditorGUI
 {
@@ -61,6 +66,8 @@ public Q_SLOTS:
     void onPropertyChanged(const nkdObject &object, const QString &property);
     /// Refreshes what the bits (nkMetadataUpdate::Bit) name, lowest bit first.
     void onUpdateScheduled(uint bits);
+    /// Shows the selected entries in the property panel. @param force also where the panel is not visible
+    void updatePropertyEditor(bool force);
 
 protected:
     void showEvent(QShowEvent *event) override;
@@ -71,17 +78,21 @@ private:
     void createUpdater();
     void createTrees();
     void connectTree(nkMetadataTreeWidget *tree, nkMetadataTreeWidget *other);
+    void createAdvancedSearch();
     void createTable();
-    void connectActions();
+    void createPropertyPanel();
+    void createQuickActionBar();
     void createTableModel();
     void createTableView();
     void createTableDelegates();
     void createTableFilters();
-    void nameTableColumns();
     void connectHost();
     void connectEditorSelections();
     void registerWithHost();
 
+    void onTableSelectionChanged();
+    void onSearchChanged(bool enabled, const QString &query);
+    void onSearchFinished(bool ok, const QList<nkdMetadataSet> &sets);
     void onMetadataChanged(nkMetadataTypes::ChangeFlag flags);
     void reloadTable();
     void reloadSelectionLists();
@@ -90,8 +101,13 @@ private:
 
     nkMetadataActions *m_actions = nullptr;
     nkMetadataContextMenu *m_contextMenu = nullptr;
+    QNKToolBar *m_quickActionBar = nullptr;
+    QAction *m_createAction = nullptr;
     nkMetadataTreeWidget *m_upperTree = nullptr;
     nkMetadataTreeWidget *m_lowerTree = nullptr;
+    nkAdvancedSearch *m_advancedSearch = nullptr;
+    /// What the advanced search leaves of the upper tree.
+    nkMetadataSetItemFilter *m_setItemFilter = nullptr;
     nkMetadataKeyValueTreeView *m_keyValueView = nullptr;
     nkMetadataKeyValueHeader *m_tableHeader = nullptr;
     nkMetadataTableFilters *m_tableFilters = nullptr;
@@ -104,4 +120,6 @@ private:
     nkMetadataKeyValueRootModelItem *m_rootItem = nullptr;
     /// Without parent; deleted by the destructor.
     nkMetadataEditorUpdater *m_updater = nullptr;
+    /// Deleted by the destructor.
+    nkPropertyEditorWidget *m_propertyEditor = nullptr;
 };

@@ -11,6 +11,7 @@
 
 #include <QAbstractItemView>
 #include <QMouseEvent>
+#include <QPainter>
 
 using namespace nkMetadataKeyValue;
 
@@ -19,6 +20,12 @@ namespace {
 QWidget *viewOf(const QStyleOptionViewItem &option)
 {
     return const_cast<QWidget *>(option.widget);
+}
+
+QColor selectedTextColor(const QStyleOptionViewItem &option)
+{
+    const bool isActive = option.state & QStyle::State_Active;
+    return option.palette.color(isActive ? QPalette::Active : QPalette::Inactive, QPalette::HighlightedText);
 }
 
 bool isMouseEvent(QEvent::Type type)
@@ -108,7 +115,22 @@ void nkMetadataIconDelegate::drawDecoration(QPainter *painter, const QStyleOptio
         m_iconLeft = rect.left() - option.rect.left();
         m_iconWidth = rect.width();
     }
-    QItemDelegate::drawDecoration(painter, option, rect, pixmap);
+    if (!(option.state & QStyle::State_Selected) || !rect.isValid()) {
+        QItemDelegate::drawDecoration(painter, option, rect, pixmap);
+        return;
+    }
+    // In the colour of the row's texts: the mid-tones of an icon vanish in the highlight.
+    const qreal ratio = painter->device()->devicePixelRatioF();
+    QPixmap drawn(rect.size() * ratio);
+    drawn.setDevicePixelRatio(ratio);
+    drawn.fill(Qt::transparent);
+    QPainter onto(&drawn);
+    onto.translate(-rect.topLeft());
+    QItemDelegate::drawDecoration(&onto, option, rect, pixmap);
+    onto.setCompositionMode(QPainter::CompositionMode_SourceIn);
+    onto.fillRect(rect, selectedTextColor(option));
+    onto.end();
+    painter->drawPixmap(rect.topLeft(), drawn);
 }
 
 void nkMetadataIconDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,

@@ -21,10 +21,10 @@ void nkMetadataTableFilterModel::setValueFilter(const QString &filter)
     setText(m_value, filter);
 }
 
-void nkMetadataTableFilterModel::setText(QStringMatcher &filter, const QString &text)
+void nkMetadataTableFilterModel::setText(nkMetadataTextFilter &filter, const QString &text)
 {
-    if (filter.pattern() != text) {
-        filter.setPattern(text);
+    if (filter.text() != text) {
+        filter.setText(text);
         refilter();
     }
 }
@@ -49,25 +49,29 @@ void nkMetadataTableFilterModel::enableTypeFilter(bool enable)
 void nkMetadataTableFilterModel::prepareFilter()
 {
     nkMetadataFilterModel::prepareFilter();
-    if (m_name.pattern() != nameFilter()) {
-        m_name.setPattern(nameFilter());
+    if (m_name.text() != nameFilter()) {
+        m_name.setText(nameFilter());
     }
 }
 
 bool nkMetadataTableFilterModel::acceptsRow(int sourceRow, const QModelIndex &sourceParent) const
 {
     const auto cell = [&](int column) { return sourceModel()->index(sourceRow, column, sourceParent); };
-    return (m_name.pattern().isEmpty() || acceptsText(m_name, cell(AssignmentColumn)))
-           && (m_key.pattern().isEmpty() || acceptsText(m_key, cell(KeyColumn)))
-           && (m_value.pattern().isEmpty() || acceptsText(m_value, cell(ValueColumn)))
+    return (m_name.isEmpty() || acceptsText(m_name, cell(AssignmentColumn)))
+           && (m_key.isEmpty() || acceptsText(m_key, cell(KeyColumn)))
+           && (m_value.isEmpty() || acceptsText(m_value, cell(ValueColumn)))
            && (!filtersByType() || acceptsType(cell(AssignmentColumn)))
            && (!filtersByState() || acceptsState(cell(AssignmentColumn)));
 }
 
-bool nkMetadataTableFilterModel::acceptsText(const QStringMatcher &filter,
-                                             const QModelIndex &sourceIndex) const
+bool nkMetadataTableFilterModel::acceptsText(const nkMetadataTextFilter &filter,
+                                             const QModelIndex &sourceIndex)
 {
-    return filter.indexIn(sourceIndex.data(Qt::DisplayRole).toString()) != -1;
+    const QVariant text = sourceIndex.data(Qt::DisplayRole);
+    // Nearly always a text: looked at where it lies.
+    return text.userType() == QMetaType::QString
+               ? filter.isIn(*static_cast<const QString *>(text.constData()))
+               : filter.isIn(text.toString());
 }
 
 bool nkMetadataTableFilterModel::filtersByType() const

@@ -1,10 +1,11 @@
 #pragma once
 
+#include "table/nkMetadataTextFilter.h"
+
 #include <nkKernelServicesGUI/nkMetadataFilterModel.h>
 
 #include <QList>
 #include <QString>
-#include <QStringMatcher>
 
 /// The proxy between the key/value model and its view: hides rows by set name, key, value, type and state of
 /// the set, and sorts the icon column by set colour.
@@ -21,8 +22,8 @@ public:
     explicit nkMetadataTableFilterModel(QObject *parent = nullptr);
     ~nkMetadataTableFilterModel() override;
 
-    QString keyFilter() const { return m_key.pattern(); }
-    QString valueFilter() const { return m_value.pattern(); }
+    QString keyFilter() const { return m_key.text(); }
+    QString valueFilter() const { return m_value.text(); }
     QList<int> typeFilter() const { return m_allowedTypes; }
     bool isTypeFilterEnabled() const { return m_typeFilterEnabled; }
 
@@ -47,17 +48,17 @@ protected:
     bool appendSortKey(const QModelIndex &sourceIndex, QByteArray &key) const override;
 
 private:
-    void setText(QStringMatcher &filter, const QString &text);
-    bool acceptsText(const QStringMatcher &filter, const QModelIndex &sourceIndex) const;
+    void setText(nkMetadataTextFilter &filter, const QString &text);
+    static bool acceptsText(const nkMetadataTextFilter &filter, const QModelIndex &sourceIndex);
     bool filtersByType() const;
     bool filtersByState() const;
     bool acceptsType(const QModelIndex &sourceIndex) const;
     bool acceptsState(const QModelIndex &sourceIndex) const;
     bool lessByTexts(const QModelIndex &left, const QModelIndex &right) const;
 
-    QStringMatcher m_name{QString(), Qt::CaseInsensitive};
-    QStringMatcher m_key{QString(), Qt::CaseInsensitive};
-    QStringMatcher m_value{QString(), Qt::CaseInsensitive};
+    nkMetadataTextFilter m_name;
+    nkMetadataTextFilter m_key;
+    nkMetadataTextFilter m_value;
     bool m_typeFilterEnabled = true;
     bool m_typeFilterEmpty = true;
     QList<int> m_allowedTypes;

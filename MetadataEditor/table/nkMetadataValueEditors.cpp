@@ -18,17 +18,25 @@ namespace {
 /// The first date a date edit of Qt can hold; its default begins in 1752.
 const QDate firstDate(100, 1, 1);
 
+/// Without its frame a spin box leaves the ground under its buttons to the cell, which is highlighted.
+void takeFrame(QAbstractSpinBox *editor)
+{
+    editor->setFrame(false);
+    editor->setBackgroundRole(QPalette::Base);
+    editor->setAutoFillBackground(true);
+}
+
 QWidget *createSpiner(QWidget *parent)
 {
     auto *editor = new QNKSpiner(parent);
-    editor->setFrame(false);
+    takeFrame(editor);
     return editor;
 }
 
 QWidget *createDoubleSpiner(QWidget *parent)
 {
     auto *editor = new QNKDoubleSpiner(parent);
-    editor->setFrame(false);
+    takeFrame(editor);
     editor->setAlignment(Qt::AlignLeft);
     return editor;
 }

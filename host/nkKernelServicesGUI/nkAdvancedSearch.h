@@ -13,7 +13,8 @@ class NK_KERNEL_SERVICES_GUI_EXPORT nkAdvancedSearch : public QObject
 {
     Q_OBJECT
 public:
-    /// @param module tells the searches of modules apart (5: the Metadata Editor)
+    /// @param module tells the searches of modules apart (5: the Metadata Editor); each keeps its own recent
+    ///        queries
     /// @param filterBar the filter bar of the tree that is searched; not owned
     /// @param parent owns the search and its bar
     nkAdvancedSearch(int module, QNKFilterBar *filterBar, QWidget *parent);

@@ -23,6 +23,9 @@ public:
     void setSingleColumnLayout(bool on);
     bool isSingleColumnLayout() const;
 
+public Q_SLOTS:
+    void doItemsLayout() override;
+
 protected:
     void startDrag(Qt::DropActions supportedActions) override;
 

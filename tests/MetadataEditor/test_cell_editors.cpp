@@ -62,6 +62,26 @@ private Q_SLOTS:
         QCOMPARE(static_cast<const QAbstractSpinBox *>(number)->text(), QStringLiteral("0.1"));
     }
 
+    void spinners_hide_the_highlighted_cell_below_them_data()
+    {
+        QTest::addColumn<QByteArray>("key");
+        QTest::newRow("integer") << QByteArray("integer");
+        QTest::newRow("float") << QByteArray("float");
+    }
+    void spinners_hide_the_highlighted_cell_below_them()
+    {
+        QFETCH(QByteArray, key);
+        QWidget *editor = m_editor->open(key.constData(), 3);
+        QImage ground(editor->size(), QImage::Format_RGB32);
+        ground.fill(Qt::magenta);
+        editor->render(&ground, QPoint(), QRegion(), QWidget::DrawChildren);
+        for (int x = 0; x < ground.width(); ++x) {
+            for (int y = 0; y < ground.height(); ++y) {
+                QVERIFY(ground.pixelColor(x, y) != QColor(Qt::magenta));
+            }
+        }
+    }
+
     void times_and_dates_have_their_formats()
     {
         QCOMPARE(qobject_cast<QDateTimeEdit *>(m_editor->open("time", 3))->text(), QStringLiteral("13:45"));

@@ -1,5 +1,7 @@
 #include "WindowFixture.h"
 
+#include "actions/nkMetadataActions.h"
+
 #include <TestMain.h>
 #include <nkKernelServices/nkAssetsService.h>
 #include <nkKernelServices/nkCameraService.h>
@@ -50,6 +52,59 @@ private Q_SLOTS:
         QCOMPARE(m_editor->treeNames().first(), QStringLiteral("Aleph"));
     }
 
+    void a_rename_while_hidden_refreshes_each_view_once_when_shown()
+    {
+        m_editor->show();
+        m_editor->select({m_editor->alpha});
+        WindowFixture::settle();
+        m_editor->window->hide();
+        std::vector<std::unique_ptr<QSignalSpy>> reloads;
+        for (QNKItemModel *model : viewModels()) {
+            reloads.push_back(std::make_unique<QSignalSpy>(model, &QNKItemModel::aboutToReload));
+        }
+        QCOMPARE(reloads.size(), size_t(3));
+        m_editor->paint.setName(QStringLiteral("Lacquer"));
+        WindowFixture::settle();
+        for (const auto &spy : reloads) {
+            QCOMPARE(spy->count(), 0);
+        }
+        m_editor->window->show();
+        WindowFixture::settle();
+        for (const auto &spy : reloads) {
+            QCOMPARE(spy->count(), 1);
+        }
+    }
+
+    void a_created_entry_is_edited_before_anything_is_refreshed()
+    {
+        m_editor->show();
+        m_editor->select({m_editor->alpha});
+        WindowFixture::settle();
+        m_deliveries->clear();
+        QSignalSpy reloads(tableModel(), &QNKItemModel::aboutToReload);
+        nkMetadataActions::instance()->createIntegerEntryAction()->trigger();
+        QPointer<QWidget> editor = m_editor->view()->indexWidget(m_editor->view()->currentIndex());
+        QVERIFY(editor);
+        // The one that brought the new row, and no other under its editor.
+        QCOMPARE(reloads.count(), 1);
+        WindowFixture::settle();
+        QCOMPARE(reloads.count(), 1);
+        QVERIFY(bits().isEmpty());
+        QVERIFY(editor && editor->isVisible());
+    }
+
+    void deleted_entries_ask_for_the_panel_once_more()
+    {
+        m_editor->show();
+        m_editor->select({m_editor->alpha});
+        WindowFixture::settle();
+        m_deliveries->clear();
+        // Nothing is selected, so nothing is announced.
+        m_editor->window->deleteEntries();
+        WindowFixture::settle();
+        QCOMPARE(bits(), QList<uint>{8});
+    }
+
     void translates_notifications_into_refreshes_data()
     {
         QTest::addColumn<int>("notification");
@@ -95,7 +150,8 @@ private Q_SLOTS:
         }
         WindowFixture::settle();
         QCOMPARE(reloads.count(), 1);
-        QCOMPARE(m_deliveries->count(), 1);
+        // Table and property panel, each once.
+        QCOMPARE(bits(), QList<uint>{12});
         QCOMPARE(model->rowCount(), 3);
     }
 
@@ -108,6 +164,17 @@ private Q_SLOTS:
         QCOMPARE(m_editor->cell(QStringLiteral("count"), 3).data().toString(), QStringLiteral("7"));
         WindowFixture::settle();
         QCOMPARE(m_editor->cell(QStringLiteral("count"), 3).data().toString(), QStringLiteral("8"));
+    }
+
+    void the_lower_list_follows_selections_elsewhere()
+    {
+        m_editor->show();
+        QSignalSpy reloads(m_editor->window->treeWidgets().last()->findChild<nkMetadataTreeModel *>(),
+                           &QNKItemModel::aboutToReload);
+        nkLightService::the().setSelection({});
+        nkLightService::the().setSelection({});
+        WindowFixture::settle();
+        QCOMPARE(reloads.count(), 1);
     }
 
     void selections_elsewhere_reload_only_lists_of_the_last_selection()
@@ -157,6 +224,15 @@ private:
             model = proxy->sourceModel();
         }
         return qobject_cast<QNKItemModel *>(model);
+    }
+
+    QList<QNKItemModel *> viewModels() const
+    {
+        QList<QNKItemModel *> models{tableModel()};
+        for (const nkMetadataTreeWidget *tree : m_editor->window->treeWidgets()) {
+            models.append(tree->findChild<nkMetadataTreeModel *>());
+        }
+        return models;
     }
 
     QList<uint> bits() const

@@ -68,7 +68,6 @@ private Q_SLOTS:
         QTest::addColumn<QString>("name");
         QTest::addColumn<int>("horizontal");
         QTest::addColumn<int>("vertical");
-        QTest::newRow("search") << "m_searchFrame" << int(QSizePolicy::Preferred) << int(QSizePolicy::Fixed);
         QTest::newRow("upper") << "m_upperTreeFrame" << int(QSizePolicy::Preferred)
                                << int(QSizePolicy::Expanding);
         QTest::newRow("lower") << "m_lowerTreeFrame" << int(QSizePolicy::Preferred)

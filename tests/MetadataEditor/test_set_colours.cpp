@@ -43,6 +43,21 @@ private Q_SLOTS:
         QCOMPARE(dialogs().first()->getColor().getGammaQColor(), QColor(0, 160, 80));
     }
 
+    void the_icon_of_a_selected_row_stands_out_from_the_highlight()
+    {
+        const QModelIndex cell = m_editor->cellOf("string", 0);
+        view()->selectionModel()->select(cell, QItemSelectionModel::ClearAndSelect);
+        // Without the column's separator.
+        const QRect ground = view()->visualRect(cell).adjusted(0, 0, -2, 0);
+        const QImage image = view()->viewport()->grab(ground).toImage();
+        const int highlight = qGray(image.pixel(1, 1));
+        int farthest = 0;
+        for (int x = 0; x < image.width(); ++x) {
+            farthest = qMax(farthest, qAbs(qGray(image.pixel(x, image.height() / 2)) - highlight));
+        }
+        QVERIFY2(farthest > 60, qPrintable(QString::number(farthest)));
+    }
+
     void the_dialog_is_made_without_a_parent()
     {
         const nkMetadataIconDelegate delegate;

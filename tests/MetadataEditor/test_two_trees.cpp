@@ -38,6 +38,49 @@ private Q_SLOTS:
         QVERIFY(!lower()->hasLastFocus());
     }
 
+    void the_table_shows_what_the_tree_with_the_focus_selected()
+    {
+        m_editor->show();
+        lower()->setMode(TreeMode::Materials);
+        lower()->setMode(TreeMode::Sets);
+        upper()->getTreeView()->setFocus();
+        m_editor->select({m_editor->alpha});
+        QCOMPARE(m_editor->keys().size(), 3);
+        lower()->getTreeView()->setFocus();
+        lower()->getTreeView()->selectObjects({m_editor->beta});
+        QCOMPARE(m_editor->keys(), QStringList{QStringLiteral("name")});
+        QVERIFY(!upper()->getTreeView()->selectionModel()->hasSelection());
+        upper()->getTreeView()->setFocus();
+        QVERIFY(!lower()->getTreeView()->selectionModel()->hasSelection());
+        QVERIFY(m_editor->keys().isEmpty());
+        m_editor->select({m_editor->alpha});
+        QCOMPARE(m_editor->keys().size(), 3);
+    }
+
+    void focus_that_a_menu_borrows_moves_no_selection()
+    {
+        m_editor->show();
+        upper()->getTreeView()->setFocus();
+        m_editor->select({m_editor->alpha});
+        const ModalAnswer closed = ModalAnswer::menu(QString());
+        m_editor->window->onShowContextMenu(m_editor->window->mapToGlobal(QPoint(40, 40)));
+        QVERIFY(closed.given());
+        QVERIFY(upper()->hasLastFocus());
+        QVERIFY(upper()->getTreeView()->selectionModel()->hasSelection());
+    }
+
+    void focus_in_the_table_or_the_panel_keeps_the_selection_of_the_tree()
+    {
+        m_editor->show();
+        upper()->getTreeView()->setFocus();
+        m_editor->select({m_editor->alpha});
+        m_editor->view()->setFocus();
+        m_editor->view()->selectAll();
+        QVERIFY(upper()->getTreeView()->selectionModel()->hasSelection());
+        QVERIFY(upper()->hasLastFocus());
+        QCOMPARE(m_editor->keys().size(), 3);
+    }
+
     void a_selection_in_the_scene_graph_is_listed_below()
     {
         m_editor->show();

@@ -150,6 +150,17 @@ private Q_SLOTS:
         QCOMPARE(namesShown(TreeMode::AllObjects, &filter), (QStringList{"Camera", "Plate"}));
     }
 
+    void a_set_is_not_found_for_another_one_that_its_objects_carry()
+    {
+        nkMetadataSetItemFilter found;
+        found.setEnabled(true);
+        found.setMetadataSets({nkdMetadataSet(m_scene.second)}); // Camera carries Common, too
+        QCOMPARE(namesShown(TreeMode::Sets, &found, true), QStringList{"Second"});
+        nkMetadataStateItemFilter assets;
+        assets.setIntegers({3});
+        QCOMPARE(namesShown(TreeMode::Sets, &assets, true), QStringList{"Second"});
+    }
+
     void the_set_filter_finds_objects_by_their_own_sets()
     {
         nkMetadataSetItemFilter filter;
@@ -173,7 +184,7 @@ private Q_SLOTS:
     }
 
 private:
-    static QStringList namesShown(TreeMode mode, QNKItemFilter *filter)
+    static QStringList namesShown(TreeMode mode, QNKItemFilter *filter, bool recursive = false)
     {
         nkMetadataTreeModel model;
         nkMetadataRootModelItem *root = new nkMetadataRootModelItem;
@@ -182,6 +193,7 @@ private:
         model.reload();
         QNKCustomFilterProxyModel proxy;
         const QAbstractItemModelTester tester(&proxy, QAbstractItemModelTester::FailureReportingMode::QtTest);
+        proxy.setRecursiveFilteringEnabled(recursive);
         proxy.addCustomFilter(filter);
         proxy.setSourceModel(&model);
         QStringList names;

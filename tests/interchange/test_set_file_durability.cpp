@@ -28,6 +28,7 @@ private Q_SLOTS:
     void a_write_that_takes_half_is_continued();
     void a_disk_that_holds_something_else_is_noticed();
     void a_naive_writer_is_caught();
+    void the_file_is_synced_before_it_is_renamed_and_the_folder_after();
     void permissions_and_links_stay();
     void a_new_file_gets_the_usual_permissions();
     void read_only_files_are_left_alone();
@@ -229,6 +230,22 @@ void TestSetFileDurability::a_disk_that_holds_something_else_is_noticed()
     QVERIFY(f().takeReport().contains(QStringLiteral("something else than was written")));
     QCOMPARE(SetFileFixture::read(f().path()), m_old);
     QCOMPARE(f().files().size(), 1);
+}
+
+/// What only a power cut would show.
+void TestSetFileDurability::the_file_is_synced_before_it_is_renamed_and_the_folder_after()
+{
+    restore();
+    FaultyFileCalls calls;
+    saveNew();
+    const QStringList &names = calls.names;
+    const int lastWrite = names.lastIndexOf(QStringLiteral("write"));
+    const int renamed = names.indexOf(QStringLiteral("rename"));
+    QCOMPARE(names.at(lastWrite + 1), QStringLiteral("fsync"));
+    QCOMPARE(names.at(lastWrite + 2), QStringLiteral("close"));
+    QVERIFY(names.mid(lastWrite, renamed - lastWrite).contains(QStringLiteral("read")));
+    QCOMPARE(names.mid(renamed), QStringList({QStringLiteral("rename"), QStringLiteral("open"),
+                                              QStringLiteral("fsync"), QStringLiteral("close")}));
 }
 
 void TestSetFileDurability::permissions_and_links_stay()

@@ -3,7 +3,6 @@
 #include <nkKernelServices/nkAssetsService.h>
 #include <nkKernelServices/nkLogService.h>
 #include <nkKernelServices/nkMetadataService.h>
-#include <nkKernelServices/nkQueryService.h>
 
 /// Operations that are not built yet say so and pretend nothing.
 class TestUnbuiltServices : public QObject
@@ -11,34 +10,9 @@ class TestUnbuiltServices : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void aQueryIsNamedInTheLogAndNeverStarts();
-    void cancellingWithoutAQuerySaysNothing();
     void assetOperationsAreNamedInTheLog();
     void assetOperationsWithoutSetsSayNothing();
 };
-
-void TestUnbuiltServices::aQueryIsNamedInTheLogAndNeverStarts()
-{
-    nkQueryService &queries = nkQueryService::the();
-    QSignalSpy reports(&nkLogService::the(), &nkLogService::reported);
-    QSignalSpy started(&queries, &nkQueryService::asyncMetadataQueryStarted);
-    QSignalSpy finished(&queries, &nkQueryService::asyncMetadataQueryFinished);
-    queries.startAsyncMetadataQuery(QStringLiteral("key:%1"));
-    QCoreApplication::processEvents();
-    QCOMPARE(reports.size(), 1);
-    QCOMPARE(reports.first().at(0).toInt(), 1);
-    QVERIFY(reports.first().at(2).toString().contains(QStringLiteral("key:%1")));
-    QVERIFY(started.isEmpty());
-    QVERIFY(finished.isEmpty());
-    QCOMPARE(queries.getQueryError(), QString());
-}
-
-void TestUnbuiltServices::cancellingWithoutAQuerySaysNothing()
-{
-    QSignalSpy reports(&nkLogService::the(), &nkLogService::reported);
-    nkQueryService::the().cancelAsyncMetadataQuery();
-    QVERIFY(reports.isEmpty());
-}
 
 void TestUnbuiltServices::assetOperationsAreNamedInTheLog()
 {

@@ -85,6 +85,8 @@ private Q_SLOTS:
     void cancelGivesThePreviousColourBack();
     void escapeGivesThePreviousColourBack();
     void theWholeDialogIsReachedByTab();
+    void emptySwatchesShowInAnyPalette_data();
+    void emptySwatchesShowInAnyPalette();
 };
 
 void TestColorDialog::showsTheColourItIsGiven()
@@ -297,6 +299,32 @@ void TestColorDialog::theWholeDialogIsReachedByTab()
     for (QWidget *control : controls)
         QVERIFY2(reached.contains(control), qPrintable(control->accessibleName()));
     QVERIFY(!reached.contains(dialog.swatch("New colour")));
+}
+
+void TestColorDialog::emptySwatchesShowInAnyPalette_data()
+{
+    QTest::addColumn<QColor>("window");
+    QTest::addColumn<QColor>("text");
+    QTest::newRow("light") << QColor(239, 239, 239) << QColor(190, 190, 190);
+    QTest::newRow("dark") << QColor(53, 53, 53) << QColor(127, 127, 127);
+}
+
+void TestColorDialog::emptySwatchesShowInAnyPalette()
+{
+    QFETCH(QColor, window);
+    QFETCH(QColor, text);
+    const Dialog dialog;
+    QPalette palette;
+    palette.setColor(QPalette::Window, window);
+    palette.setColor(QPalette::Disabled, QPalette::WindowText, text);
+    QWidget *last = dialog.swatch("Recent colour 10");
+    QVERIFY(last);
+    last->setPalette(palette);
+    const QImage image = last->grab().toImage();
+    int farthest = 0;
+    for (int x = 0; x < image.width(); ++x)
+        farthest = qMax(farthest, qAbs(image.pixelColor(x, image.height() / 2).value() - window.value()));
+    QVERIFY2(farthest >= 40, qPrintable(QString::number(farthest)));
 }
 
 NK_TEST_MAIN(TestColorDialog)

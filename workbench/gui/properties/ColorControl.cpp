@@ -2,7 +2,6 @@
 
 #include <nkQt4Ext/QNKColorDialog.h>
 
-#include <QPointer>
 #include <QPushButton>
 
 namespace {
@@ -53,18 +52,32 @@ void ColorControl::beginEditing(const QString &)
     openDialog();
 }
 
-// The panel may go while the dialog is open, and with it this control and the dialog.
+void ColorControl::completeEditing()
+{
+    if (m_dialog) {
+        giveUp();
+        m_dialog->reject();
+    }
+}
+
+// The panel may go while the dialog is open, and with it this control and the dialog; or it may be given other
+// objects, to which the chosen colour does not belong.
 void ColorControl::openDialog()
 {
     const QPointer<ColorControl> alive(this);
     const QPointer<QNKColorDialog> dialog(new QNKColorDialog(this));
+    m_dialog = dialog;
     dialog->reinit(toHostColor(m_color));
+    touch();
     const bool accepted = dialog->exec() == QDialog::Accepted;
     if (!alive || !dialog) {
         return;
     }
     const QColor chosen = dialog->getColor().getGammaQColor();
     delete dialog;
+    if (!isPending()) {
+        return;
+    }
     if (accepted && chosen != m_color) {
         m_color = chosen;
         touchAndCommit();

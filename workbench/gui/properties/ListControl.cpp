@@ -58,16 +58,27 @@ void ListControl::openList()
     popup->setAttribute(Qt::WA_DeleteOnClose);
     popup->setItemDelegate(new nkMetadataVariantDelegate(popup));
     popup->setValues(m_list);
+    m_popup = popup;
+    // Its list belongs to the objects that are shown now.
+    touch();
     connect(popup, &QNKVariantListWidget::finished, this, [this, popup](bool commit) {
         const QVariantList values = popup->values();
         // Once is enough: closing a pop-up ends it, too.
         popup->disconnect(this);
+        m_popup.clear();
         popup->close();
         take(values, commit);
     });
     popup->resize(m_button->width(), popupHeight);
     popup->move(m_button->mapToGlobal(QPoint(0, m_button->height())));
     popup->show();
+}
+
+void ListControl::completeEditing()
+{
+    if (m_popup) {
+        m_popup->close();
+    }
 }
 
 void ListControl::take(const QVariantList &values, bool commit)

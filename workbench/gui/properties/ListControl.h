@@ -2,6 +2,9 @@
 
 #include "PropertyControl.h"
 
+#include <QPointer>
+
+class QNKVariantListWidget;
 class QPushButton;
 
 /// Shows a list as its joined text on a button, which opens the list editor.
@@ -16,6 +19,8 @@ protected:
     void showValue(const QVariant &value) override;
     QVariant editedValue() const override;
     void beginEditing(const QString &typed) override;
+    /// Closes the list editor and takes its list.
+    void completeEditing() override;
 
 private:
     void openList();
@@ -23,5 +28,6 @@ private:
     void showText();
 
     QPushButton *m_button;
+    QPointer<QNKVariantListWidget> m_popup;
     QVariantList m_list;
 };

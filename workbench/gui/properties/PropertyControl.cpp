@@ -52,7 +52,14 @@ PropertyControl::PropertyControl(const QString &property, QWidget *parent)
     connect(m_button, &DifferingButton::typed, this, &PropertyControl::openEditor);
 }
 
-PropertyControl::~PropertyControl() = default;
+// Qt takes the focus from the editor while it destroys the control, and the editor tells that it is finished.
+PropertyControl::~PropertyControl()
+{
+    const QList<QWidget *> parts = findChildren<QWidget *>();
+    for (QWidget *part : parts) {
+        part->disconnect(this);
+    }
+}
 
 void PropertyControl::setEditor(QWidget *editor)
 {
@@ -102,13 +109,28 @@ void PropertyControl::openEditor(const QString &typed)
 
 void PropertyControl::beginEditing(const QString &) {}
 
+void PropertyControl::completeEditing() {}
+
+void PropertyControl::setPending(bool pending)
+{
+    if (pending != m_touched) {
+        m_touched = pending;
+        Q_EMIT pendingChanged();
+    }
+}
+
 void PropertyControl::commit()
 {
     if (!m_touched) {
         return;
     }
-    m_touched = false;
-    const QVariant edited = editedValue();
+    completeEditing();
+    const QVariant edited = m_touched ? editedValue() : QVariant();
+    if (!m_touched) {
+        // Completing or reading made the editor tell its value itself.
+        return;
+    }
+    setPending(false);
     if (!m_differing && SharedValue::same(edited, m_value)) {
         showState();
         return;
@@ -125,7 +147,7 @@ void PropertyControl::touchAndCommit()
 
 void PropertyControl::giveUp()
 {
-    m_touched = false;
+    setPending(false);
     showState();
 }
 

@@ -22,7 +22,10 @@ public:
     ~PropertyControl() override;
 
     void setValue(const QVariant &value, bool differing) override;
-    /// Tells what was begun in the editor as edited; nothing where nothing was.
+    /// Whether a person began to change the value and has neither committed it nor given it up.
+    bool isPending() const { return m_touched; }
+    /// Tells what was begun in the editor as edited; nothing where nothing was. Whoever listens may delete this
+    /// control.
     void commit();
 
     /// Labels of several controls stand in one column when they are equally wide.
@@ -31,12 +34,16 @@ public:
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 
+Q_SIGNALS:
+    /// isPending answers otherwise than before; comes before valueEdited.
+    void pendingChanged();
+
 protected:
     /// Takes the editor; called once, in a subclass's constructor.
     void setEditor(QWidget *editor);
     QWidget *editor() const { return m_editor; }
     /// For subclasses: a person changed the editor's content and has not committed it yet.
-    void touch() { m_touched = true; }
+    void touch() { setPending(true); }
     /// For subclasses: a person chose this very content; it counts without any further commit.
     void touchAndCommit();
     /// For subclasses, and for Esc: what was begun is forgotten, and the value shown again.
@@ -47,9 +54,13 @@ protected:
     virtual QVariant editedValue() const = 0;
     /// A person goes on from differing values. @param typed what was typed already; may be empty
     virtual void beginEditing(const QString &typed);
+    /// Before what was begun is read: what the editor has open beside it, such as a pop-up, comes to its end.
+    /// May commit or give up by itself.
+    virtual void completeEditing();
 
 private:
     void openEditor(const QString &typed);
+    void setPending(bool pending);
     bool isOpenOverButton() const;
     bool escapes(const QEvent *event) const;
     bool isLeft(const QEvent *event) const;

@@ -1,6 +1,8 @@
 #include <nkKernelServicesGUI/nkPropertyEditorWidget.h>
 
 #include "KeyRename.h"
+#include "PanelTitle.h"
+#include "PendingEdits.h"
 #include "PropertyControl.h"
 #include "PropertyControls.h"
 #include "SharedValue.h"
@@ -25,6 +27,7 @@ using Wrappers = QList<nkPropertyEditorNkdObjectWrapper>;
 
 const QString valueTypeProperty = QStringLiteral("valueType");
 const QString keyProperty = QStringLiteral("key");
+constexpr int leastWidth = 220; // device-independent pixels: label, editor and mark side by side
 
 bool sameObjects(const Wrappers &left, const Wrappers &right)
 {
@@ -56,29 +59,6 @@ int typeToEdit(const SharedValue &valueType)
     return valueType.differing ? int(nkMetadataTypes::String) : valueType.value.toInt();
 }
 
-QString counted(int count, const char *one, const char *many)
-{
-    return count == 1 ? QCoreApplication::translate("Metadata", one)
-                      : QCoreApplication::translate("Metadata", many).arg(count);
-}
-
-QString headerText(const Wrappers &objects)
-{
-    if (objects.isEmpty()) {
-        return {};
-    }
-    if (!nkdMetadataEntry(objects.first().getObject()).isNull()) {
-        return counted(objects.size(), QT_TRANSLATE_NOOP("Metadata", "1 entry"),
-                       QT_TRANSLATE_NOOP("Metadata", "%1 entries"));
-    }
-    if (!nkdMetadataSet(objects.first().getObject()).isNull()) {
-        return counted(objects.size(), QT_TRANSLATE_NOOP("Metadata", "1 set"),
-                       QT_TRANSLATE_NOOP("Metadata", "%1 sets"));
-    }
-    return counted(objects.size(), QT_TRANSLATE_NOOP("Metadata", "1 object"),
-                   QT_TRANSLATE_NOOP("Metadata", "%1 objects"));
-}
-
 } // namespace
 
 struct nkPropertyEditorWidget::Private
@@ -92,7 +72,9 @@ struct nkPropertyEditorWidget::Private
     void dropControls();
     nkBaseControl *makeControl(const QString &property);
     void alignLabels();
+    bool isPending() const;
     void commitPending();
+    void showValues(const QHash<QString, SharedValue> &values);
     void refresh();
     void write(const QString &property, const QVariant &value);
 
@@ -106,6 +88,8 @@ struct nkPropertyEditorWidget::Private
     QLabel *header = nullptr;
     QScrollArea *scrollArea = nullptr;
     QVBoxLayout *column = nullptr;
+    PendingEdits *pending = nullptr;
+    int requests = 0; // to show other objects
 };
 
 void nkPropertyEditorWidget::Private::build(bool showHeader, bool scrollable)
@@ -129,6 +113,9 @@ void nkPropertyEditorWidget::Private::build(bool showHeader, bool scrollable)
     } else {
         outer->addWidget(frame);
     }
+    q->setMinimumWidth(leastWidth);
+    pending = new PendingEdits(q);
+    QObject::connect(pending, &PendingEdits::commitRequested, q, [this] { commitPending(); });
 }
 
 nkBaseControl *nkPropertyEditorWidget::Private::makeControl(const QString &property)
@@ -142,6 +129,10 @@ nkBaseControl *nkPropertyEditorWidget::Private::makeControl(const QString &prope
     }
     QObject::connect(control, &nkBaseControl::valueEdited, q,
                      [this, property](const QVariant &value) { write(property, value); });
+    if (const PropertyControl *own = qobject_cast<PropertyControl *>(control)) {
+        QObject::connect(own, &PropertyControl::pendingChanged, q,
+                         [this] { pending->setPending(isPending()); });
+    }
     return control;
 }
 
@@ -177,6 +168,7 @@ void nkPropertyEditorWidget::Private::dropControls()
         control->hide();
         control->deleteLater();
     }
+    pending->setPending(false);
 }
 
 void nkPropertyEditorWidget::Private::alignLabels()
@@ -193,13 +185,23 @@ void nkPropertyEditorWidget::Private::alignLabels()
     }
 }
 
+bool nkPropertyEditorWidget::Private::isPending() const
+{
+    return std::any_of(controls.cbegin(), controls.cend(), [](const nkBaseControl *control) {
+        const PropertyControl *own = qobject_cast<const PropertyControl *>(control);
+        return own && own->isPending();
+    });
+}
+
 void nkPropertyEditorWidget::Private::commitPending()
 {
+    const QPointer<nkPropertyEditorWidget> alive(q);
     const QList<nkBaseControl *> present = controls;
     for (nkBaseControl *control : present) {
-        PropertyControl *own = qobject_cast<PropertyControl *>(control);
-        // A commit may have brought other controls.
-        if (own && controls.contains(own)) {
+        // A commit may have brought other controls, or the end of the panel.
+        PropertyControl *own = alive && controls.contains(control) ? qobject_cast<PropertyControl *>(control)
+                                                                   : nullptr;
+        if (own) {
             own->commit();
         }
     }
@@ -214,16 +216,30 @@ void nkPropertyEditorWidget::Private::refresh()
     }
     const int nowType = typeToEdit(values.value(valueTypeProperty));
     if (nowShared != properties || nowType != valueType) {
+        if (isPending()) {
+            // What was begun in a control is not lost with it. Committing refreshes in its turn.
+            const QPointer<nkPropertyEditorWidget> alive(q);
+            commitPending();
+            if (alive) {
+                refresh();
+            }
+            return;
+        }
         properties = nowShared;
         valueType = nowType;
         makeControls();
     }
+    showValues(values);
+}
+
+void nkPropertyEditorWidget::Private::showValues(const QHash<QString, SharedValue> &values)
+{
     for (nkBaseControl *control : qAsConst(controls)) {
         const SharedValue shared = values.value(control->getProperty());
         control->setValue(shared.value, shared.differing);
     }
     if (header) {
-        header->setText(headerText(objects));
+        header->setText(PanelTitle::of(objects));
     }
 }
 
@@ -256,7 +272,13 @@ nkPropertyEditorWidget::nkPropertyEditorWidget(QWidget *parent, const QList<nkCo
     d->build(showHeader, scrollable);
 }
 
-nkPropertyEditorWidget::~nkPropertyEditorWidget() = default;
+// Qt hides the controls while it destroys the panel, and a control that loses the focus commits: too late here.
+nkPropertyEditorWidget::~nkPropertyEditorWidget()
+{
+    for (const nkBaseControl *control : qAsConst(d->controls)) {
+        control->disconnect(this);
+    }
+}
 
 void nkPropertyEditorWidget::setDocumentMode(bool on)
 {
@@ -269,8 +291,14 @@ void nkPropertyEditorWidget::setCurrentObjects(const QList<nkPropertyEditorNkdOb
                                                bool force)
 {
     const Wrappers wanted = objects;
-    if (!sameObjects(wanted, d->objects)) {
+    const QPointer<nkPropertyEditorWidget> alive(this);
+    if (force || !sameObjects(wanted, d->objects)) {
+        const int request = ++d->requests;
         d->commitPending();
+        // Under a question the panel can go, or be given newer objects.
+        if (!alive || request != d->requests) {
+            return;
+        }
         d->objects = wanted;
     }
     if (force) {

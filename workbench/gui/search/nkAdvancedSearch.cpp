@@ -22,6 +22,7 @@ nkAdvancedSearch::nkAdvancedSearch(int module, QNKFilterBar *filterBar, QWidget 
     : QObject(parent), m_bar(new nkAdvancedSearchBar(parent)), m_module(module)
 {
     m_bar->setObjectName(QStringLiteral("AdvancedSearchBar%1").arg(m_module));
+    m_bar->setModule(m_module);
     leadTo(m_bar, filterBar);
     connect(m_bar, &nkAdvancedSearchBar::searchChanged, this, &nkAdvancedSearch::searchChanged);
 }

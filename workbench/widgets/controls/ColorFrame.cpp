@@ -13,7 +13,8 @@ void ColorFrame::draw(QPainter *painter, const QWidget *widget)
         painter->setPen(QPen(palette.color(QPalette::Highlight), width));
         painter->drawRect(outer.adjusted(1.0, 1.0, -1.0, -1.0));
     } else {
-        painter->setPen(QPen(palette.color(QPalette::Window).darker(140), 1.0));
+        // Between the ground and its text, so that the edge is seen in any palette.
+        painter->setPen(QPen(palette.color(QPalette::Disabled, QPalette::WindowText), 1.0));
         painter->drawRect(outer.adjusted(1.5, 1.5, -1.5, -1.5));
     }
     painter->restore();

@@ -28,17 +28,25 @@ QWidget *makeLineEdit(QWidget *parent)
     return edit;
 }
 
+/// Without its frame a spin box leaves the ground under its buttons to what lies below, a highlighted row.
+void takeFrame(QAbstractSpinBox *editor)
+{
+    editor->setFrame(false);
+    editor->setBackgroundRole(QPalette::Base);
+    editor->setAutoFillBackground(true);
+}
+
 QWidget *makeSpiner(QWidget *parent)
 {
     auto *spiner = new QNKSpiner(parent);
-    spiner->setFrame(false);
+    takeFrame(spiner);
     return spiner;
 }
 
 QWidget *makeDoubleSpiner(QWidget *parent)
 {
     auto *spiner = new QNKDoubleSpiner(parent);
-    spiner->setFrame(false);
+    takeFrame(spiner);
     return spiner;
 }
 
@@ -61,7 +69,7 @@ QWidget *makeDateTimeEdit(QWidget *parent, const QString &format, bool calendar,
     edit->setDateRange(QDate(1, 1, 1), QDate(9999, 12, 31));
     // Wall-clock time as it stands: no hour is missing in spring, whatever the zone.
     edit->setTimeSpec(Qt::UTC);
-    edit->setFrame(false);
+    takeFrame(edit);
     edit->setAccessibleName(name);
     return edit;
 }

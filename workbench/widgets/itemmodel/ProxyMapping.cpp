@@ -193,6 +193,32 @@ void ProxyMapping::forgetUntrueBelow(ProxyRows &rows)
     }
 }
 
+bool ProxyMapping::areLeaves(ProxyRows &rows) const
+{
+    if (rows.leaves == ProxyRows::Leaves::Unknown) {
+        rows.leaves = ProxyRows::Leaves::All;
+        checkLeaves(rows, 0, rows.places.size() - 1);
+    }
+    return rows.leaves == ProxyRows::Leaves::All;
+}
+
+/// Some of the rows are new, or may have got children.
+void ProxyMapping::checkLeaves(ProxyRows &rows, int first, int last) const
+{
+    if (rows.leaves == ProxyRows::Leaves::All && isAnyParent(rows, first, last))
+        rows.leaves = ProxyRows::Leaves::NotAll;
+}
+
+bool ProxyMapping::isAnyParent(const ProxyRows &rows, int first, int last) const
+{
+    const QModelIndex parent = sourceParent(rows);
+    for (int row = first; row <= last; ++row) {
+        if (m_source->hasChildren(m_source->index(row, 0, parent)))
+            return true;
+    }
+    return false;
+}
+
 void ProxyMapping::forgetUnseen(const QModelIndex &sourceParent)
 {
     for (QModelIndex parent = sourceParent;; parent = parent.parent()) {

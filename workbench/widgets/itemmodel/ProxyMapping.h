@@ -57,6 +57,9 @@ public:
     /// way round.
     bool isWithinChanged(const ProxyRows &rows, int sourceRow) const;
 
+    /// Whether no row of the list has children in the source. Looks at every row the first time.
+    bool areLeaves(ProxyRows &rows) const;
+
     // Of built rows each answers whether what is shown stands in order still; where not, arrange puts it right.
 
     /// Takes in new source rows, hidden as yet.
@@ -86,6 +89,8 @@ private:
     bool isWithin(const ProxyRows &rows, int sourceRow) const;
     void forgetUntrueBelow(ProxyRows &rows);
     void build(ProxyRows &rows);
+    bool isAnyParent(const ProxyRows &rows, int first, int last) const;
+    void checkLeaves(ProxyRows &rows, int first, int last) const;
     void makeOrder(ProxyRows &rows) const;
     bool isInOrder(const ProxyRows &rows, int upper, int lower) const;
     void putInOrder(ProxyRows &rows, int row) const;

@@ -64,8 +64,10 @@ bool ProxyMapping::insertSourceRows(ProxyRows &rows, int first, int count)
     shiftBelow(rows, first, count);
     if (!rows.isBuilt) {
         rows.isOrdered = false;
+        rows.leaves = ProxyRows::Leaves::Unknown;
         return true;
     }
+    checkLeaves(rows, first, first + count - 1);
     shiftValues(rows.shown, first, count);
     rows.places.insert(first, count, ProxyRows::Hidden);
     if (!order.sorts(m_source))
@@ -156,6 +158,7 @@ void ProxyMapping::putInOrder(ProxyRows &rows, int row) const
 
 bool ProxyMapping::checkOrder(ProxyRows &rows, int first, int last)
 {
+    checkLeaves(rows, first, last);
     if (rows.order.isEmpty())
         return true;
     if (last - first + 1 > FewRows)

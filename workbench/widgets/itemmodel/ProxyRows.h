@@ -29,6 +29,9 @@ struct ProxyRows
     bool isOrdered = false;
     /// Every row is accepted because a row above is. True of isBuilt rows only.
     bool isWithin = false;
+    /// Whether no source row has children: asked once, for a tree view asks it of every row again and again.
+    enum class Leaves : char { Unknown, All, NotAll };
+    Leaves leaves = Leaves::Unknown;
     /// By source row: the children lists somebody asked for.
     std::unordered_map<int, std::unique_ptr<ProxyRows>> below;
 };

@@ -1,5 +1,6 @@
 #include <nkQt4Ext/QNKItemModel.h>
 
+#include "LayoutPass.h"
 #include "QNKItemModelPrivate.h"
 
 #include <QDataStream>
@@ -166,6 +167,8 @@ Qt::ItemFlags QNKItemModel::flags(const QModelIndex &index) const
     const Qt::ItemFlags drop = row->isDropEnabled() ? Qt::ItemIsDropEnabled : Qt::NoItemFlags;
     if (!index.isValid())
         return drop;
+    if (LayoutPass::isRunning())
+        return Qt::ItemIsSelectable | Qt::ItemIsEnabled; // hasChildren knows the rest
     const Private::Reading reading(d.get());
     Qt::ItemFlags flags = Qt::ItemIsSelectable | Qt::ItemIsEnabled | drop;
     if (row->getEditable(index.column()))

@@ -1,5 +1,6 @@
 #include "QNKSortFilterProxyModelPrivate.h"
 
+#include "LayoutPass.h"
 #include "NaturalOrder.h"
 
 #include <QItemSelection>
@@ -240,8 +241,9 @@ QModelIndex QNKSortFilterProxyModel::index(int row, int column, const QModelInde
 
 QModelIndex QNKSortFilterProxyModel::parent(const QModelIndex &child) const
 {
-    const ProxyRows *const rows = d->rowsOf(child);
-    return rows ? d->proxyParent(*rows) : QModelIndex();
+    // Asked more often than anything else, by selections of many ranges above all.
+    const auto *const rows = static_cast<const ProxyRows *>(child.internalPointer());
+    return child.isValid() && rows->above ? d->proxyParent(*rows) : QModelIndex();
 }
 
 QModelIndex QNKSortFilterProxyModel::sibling(int row, int column, const QModelIndex &index) const
@@ -319,6 +321,11 @@ Qt::ItemFlags QNKSortFilterProxyModel::flags(const QModelIndex &index) const
 {
     if (!sourceModel())
         return Qt::NoItemFlags;
+    if (index.isValid() && LayoutPass::isRunning()) {
+        ProxyRows *const rows = d->rowsOf(index);
+        const Qt::ItemFlags row = Qt::ItemIsSelectable | Qt::ItemIsEnabled;
+        return rows && d->mapping.areLeaves(*rows) ? row | Qt::ItemNeverHasChildren : row;
+    }
     const QModelIndex sourceIndex = mapToSource(index);
     return index.isValid() && !sourceIndex.isValid() ? Qt::NoItemFlags : sourceModel()->flags(sourceIndex);
 }

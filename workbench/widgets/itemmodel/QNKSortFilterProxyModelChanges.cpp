@@ -57,8 +57,10 @@ void QNKSortFilterProxyModel::Private::onDataChanged(const QModelIndex &topLeft,
     const QPersistentModelIndex parent = topLeft.parent();
     ProxyRows *const rows = seenRows(parent);
     if (!rows) {
-        if (ProxyRows *const unseen = mapping.known(parent))
+        if (ProxyRows *const unseen = mapping.known(parent)) {
             unseen->isOrdered = false;
+            unseen->leaves = ProxyRows::Leaves::Unknown;
+        }
         mapping.forgetUnseen(parent);
         if (isDynamic)
             reconsiderFrom(parent);
@@ -70,6 +72,8 @@ void QNKSortFilterProxyModel::Private::onDataChanged(const QModelIndex &topLeft,
         if (rows->shows(row))
             kept.append(row);
     }
+    if (!isDynamic)
+        rows->leaves = ProxyRows::Leaves::Unknown;
     if (isDynamic && !refresh(parent, *rows, cells.first, cells.last))
         tellAll(parent, roles);
     else
@@ -198,6 +202,8 @@ void QNKSortFilterProxyModel::Private::onRowsInserted(const QModelIndex &parent,
 {
     ++change;
     ProxyRows *rows = mapping.known(parent);
+    if (ProxyRows *const among = parent.isValid() ? mapping.known(parent.parent()) : nullptr)
+        among->leaves = ProxyRows::Leaves::NotAll;
     if (!mapping.isParentShown(parent)) {
         if (rows)
             mapping.insertSourceRows(*rows, first, last - first + 1);
@@ -241,7 +247,7 @@ void QNKSortFilterProxyModel::Private::onRowsAboutToBeRemoved(const QModelIndex 
         return;
     }
     Q_EMIT q->layoutAboutToBeChanged();
-    save();
+    saveMoving();
 }
 
 void QNKSortFilterProxyModel::Private::onRowsRemoved(const QModelIndex &parent, int first, int last)

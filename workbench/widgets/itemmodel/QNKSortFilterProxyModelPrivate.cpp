@@ -5,6 +5,8 @@
 #include <QAbstractItemView>
 #include <QScopedValueRollback>
 
+#include <utility>
+
 bool QNKSortFilterProxyModel::Private::accepts(int sourceRow, const QModelIndex &sourceParent) const
 {
     const QScopedValueRollback<bool> known(knowsAbove, true);
@@ -63,21 +65,33 @@ QModelIndex QNKSortFilterProxyModel::Private::indexOf(const ProxyRows &rows, int
 
 void QNKSortFilterProxyModel::Private::save()
 {
+    m_saved = {};
     m_saved.proxyIndexes = q->persistentIndexList();
-    m_saved.sourceIndexes.clear();
     m_saved.sourceIndexes.reserve(m_saved.proxyIndexes.size());
     for (const QModelIndex &index : qAsConst(m_saved.proxyIndexes))
         m_saved.sourceIndexes.append(q->mapToSource(index));
 }
 
+/// Before a change of the source in which its indexes may move.
+void QNKSortFilterProxyModel::Private::saveMoving()
+{
+    save();
+    m_saved.movingIndexes.reserve(m_saved.sourceIndexes.size());
+    for (const QModelIndex &index : qAsConst(m_saved.sourceIndexes))
+        m_saved.movingIndexes.append(index);
+    m_saved.sourceIndexes.clear();
+}
+
 void QNKSortFilterProxyModel::Private::restore()
 {
+    const Saved saved = std::exchange(m_saved, {});
     QModelIndexList now;
-    now.reserve(m_saved.proxyIndexes.size());
-    for (const QPersistentModelIndex &index : qAsConst(m_saved.sourceIndexes))
+    now.reserve(saved.proxyIndexes.size());
+    for (const QModelIndex &index : saved.sourceIndexes)
         now.append(q->mapFromSource(index));
-    q->changePersistentIndexList(m_saved.proxyIndexes, now);
-    m_saved = {};
+    for (const QPersistentModelIndex &index : saved.movingIndexes)
+        now.append(q->mapFromSource(index));
+    q->changePersistentIndexList(saved.proxyIndexes, now);
 }
 
 void QNKSortFilterProxyModel::Private::layOutAnew()
@@ -206,7 +220,7 @@ void QNKSortFilterProxyModel::Private::onAboutToBeLaidOut()
 {
     ++change;
     Q_EMIT q->layoutAboutToBeChanged();
-    save();
+    saveMoving();
 }
 
 /// Rows may stand anywhere now.

@@ -63,10 +63,13 @@ struct QNKSortFilterProxyModel::Private : RowJudge
     quint64 change = 0;
 
 private:
+    /// The persistent indexes of this proxy before a new layout, and what they stand for.
     struct Saved
     {
         QModelIndexList proxyIndexes;
-        QVector<QPersistentModelIndex> sourceIndexes;
+        QModelIndexList sourceIndexes;
+        /// The same where the source changes too: slow to make.
+        QVector<QPersistentModelIndex> movingIndexes;
     };
     struct CellRange
     {
@@ -76,6 +79,7 @@ private:
     using Places = QPair<int, int>;
 
     void save();
+    void saveMoving();
     void restore();
     bool willShow(const QModelIndex &sourceIndex) const;
     bool willShowBelow(const QModelIndex &sourceIndex) const;

@@ -1,5 +1,6 @@
 #include <nkQt4Ext/QNKTreeView.h>
 
+#include "LayoutPass.h"
 #include "OpenEditor.h"
 #include "RowSelectionModel.h"
 #include "TreeKeeper.h"
@@ -10,6 +11,7 @@ struct QNKTreeView::Private
 {
     TreeKeeper *keeper; // a child of the view
     QPointer<RowSelectionModel> selection;
+    QPointer<QItemSelectionModel> headerSelection; // always empty
     bool singleColumn = false;
 };
 
@@ -33,12 +35,15 @@ void QNKTreeView::setModel(QAbstractItemModel *newModel)
     d->keeper->aboutToSetModel(newModel);
     QTreeView::setModel(newModel);
     delete d->selection;
+    delete d->headerSelection;
     if (newModel) {
         const QPointer<QItemSelectionModel> stock(selectionModel());
         d->selection = new RowSelectionModel(newModel, d->keeper, this);
         connect(newModel, &QObject::destroyed, d->selection, &QObject::deleteLater);
         setSelectionModel(d->selection);
         delete stock;
+        d->headerSelection = new QItemSelectionModel(newModel, this);
+        connect(newModel, &QObject::destroyed, d->headerSelection, &QObject::deleteLater);
     }
     d->keeper->modelSet();
 }
@@ -57,6 +62,17 @@ void QNKTreeView::setSingleColumnLayout(bool on)
 bool QNKTreeView::isSingleColumnLayout() const
 {
     return d->singleColumn;
+}
+
+void QNKTreeView::doItemsLayout()
+{
+    // Rows are selected here, not columns: a header that looks through a hundred thousand ranges of rows for
+    // columns that are selected whole takes longer to paint than the rows.
+    if (d->headerSelection && header()->selectionModel() != d->headerSelection
+        && header()->model() == d->headerSelection->model())
+        header()->setSelectionModel(d->headerSelection);
+    const LayoutPass pass;
+    QTreeView::doItemsLayout();
 }
 
 void QNKTreeView::startDrag(Qt::DropActions supportedActions)
