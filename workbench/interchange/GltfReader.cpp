@@ -1,7 +1,7 @@
 #include <interchange/GltfReader.h>
 
 #include <interchange/GltfHierarchy.h>
-#include <interchange/JsonPath.h>
+#include <interchange/OtherExtras.h>
 
 namespace interchange {
 
@@ -124,7 +124,7 @@ bool GltfReader::readRoot(const JsonValue &value)
                       && readNodes(root.nodes, meshCount) && readMaterials(root.materials)
                       && readScenes(root.scenes, root.scene) && resolveHierarchy(root.nodes);
     if (read)
-        reportOtherExtras(value);
+        reportOtherExtras(value, m_scene.report);
     return read;
 }
 
@@ -331,29 +331,6 @@ bool GltfReader::resolveHierarchy(const JsonValue &nodes)
     const JsonValue children =
         childAt(nodes, static_cast<quint32>(fault.node)).find(QLatin1String("children"));
     return m_check.fail(childAt(children, fault.position), fault.reason);
-}
-
-/// Names the extras that become no entries because nothing in the scene carries them: those of the asset, and those
-/// of everything that stands in a list of its own, meshes and scenes for instance.
-void GltfReader::reportOtherExtras(const JsonValue &root)
-{
-    for (const JsonValue member : root.children()) {
-        const QString key = member.key();
-        if (key == NodesKey || key == MaterialsKey)
-            continue;
-        if (member.isObject() && key != ExtrasKeyword && member.find(ExtrasKeyword).isPresent())
-            m_scene.report.addUntouched(JsonPath().append(key).append(ExtrasKeyword).text(),
-                                        ImportReason::OtherOwner);
-        if (!member.isArray())
-            continue;
-        quint32 index = 0;
-        for (const JsonValue element : member.children()) {
-            if (element.find(ExtrasKeyword).isPresent())
-                m_scene.report.addUntouched(JsonPath().append(key).append(index).append(ExtrasKeyword).text(),
-                                            ImportReason::OtherOwner);
-            ++index;
-        }
-    }
 }
 
 } // namespace interchange

@@ -62,7 +62,6 @@ private:
     bool readScene(const JsonValue &scene);
     bool resolveHierarchy(const JsonValue &nodes);
     void nameNode(const QString &name, quint32 index);
-    void reportOtherExtras(const JsonValue &root);
 
     GltfLimits m_limits;
     GltfScene m_scene;
