@@ -21,6 +21,7 @@ private Q_SLOTS:
     void aFileChangedBySomebodyElseIsNotOverwritten();
     void aFileThatIsGoneIsWrittenAgain_data();
     void aFileThatIsGoneIsWrittenAgain();
+    void oldTextIsNeverMixedWithNewGeometry();
     void aReadOnlyFileIsRefused();
     void cancellingLeavesTheOldFile();
     void deletedAndNewObjectsAreRefusedInWords();
@@ -150,6 +151,21 @@ void TestSceneSavingDurability::aFileThatIsGoneIsWrittenAgain()
     QCOMPARE(scene.saved(), content(isBinary));
     QVERIFY(edit() && QFile::remove(scene.path));
     QCOMPARE(scene.saved(), QByteArray(content(isBinary)).replace("old", "new"));
+}
+
+void TestSceneSavingDurability::oldTextIsNeverMixedWithNewGeometry()
+{
+    SavingFixture scene;
+    QVERIFY(scene.openContent(content(true)) && edit());
+    // Written over in place, so that the file held open has changed, too.
+    const QByteArray theirs = QByteArray(content(true)).replace("xxxxxxxx", "theirown");
+    QVERIFY(theirs != content(true));
+    scene.write(QStringLiteral("scene"), theirs);
+    QCOMPARE(scene.save().outcome, Saved::ChangedElsewhere);
+    const Saved saved = scene.save(SceneFile::IfChanged::Overwrite);
+    QCOMPARE(saved.outcome, Saved::Failed);
+    QVERIFY2(saved.error.contains(QStringLiteral("geometry")), qPrintable(saved.error));
+    QCOMPARE(SavingFixture::read(scene.path), theirs);
 }
 
 void TestSceneSavingDurability::aReadOnlyFileIsRefused()
