@@ -98,6 +98,7 @@ void TestTaskProgress::escape_cancels()
 {
     m_progress->begin(QStringLiteral("Long"));
     QTRY_VERIFY(advanceUntilShown(0.3));
+    QVERIFY(QTest::qWaitForWindowActive(box())); // keys go to the active window alone
     QTest::keyClick(box(), Qt::Key_Escape);
     QVERIFY(!m_progress->advance(0.4));
     m_progress->end();

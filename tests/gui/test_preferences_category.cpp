@@ -90,6 +90,20 @@ private Q_SLOTS:
         QVERIFY((button->geometry().center() - cell.rect().center()).manhattanLength() <= 2);
     }
 
+    void a_radio_button_stands_out_in_cells_of_every_colour()
+    {
+        const QPalette before = QApplication::palette();
+        QRadioButton *button = new QRadioButton;
+        const nkRadioButtonWidget cell(button);
+        QCOMPARE(button->palette().color(QPalette::Base), before.color(QPalette::Base));
+        QPalette dark(QColor(53, 53, 53), QColor(53, 53, 53));
+        dark.setColor(QPalette::Base, QColor(35, 35, 35));
+        QApplication::setPalette(dark);
+        QVERIFY(button->palette().color(QPalette::Base).lightness() > 60);
+        QApplication::setPalette(before);
+        QCOMPARE(button->palette().color(QPalette::Base), before.color(QPalette::Base));
+    }
+
 private:
     static QStringList names()
     {

@@ -142,12 +142,11 @@ void TestSearchBox::inANarrowColumnTheFieldRemains()
 {
     Box box;
     box.box.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&box.box));
     box.box.setFixedWidth(200);
-    QCoreApplication::processEvents();
-    QVERIFY(box.onOff()->isVisible());
+    QTRY_VERIFY(box.onOff()->isVisible()); // the window system may still answer an older size
     box.box.setFixedWidth(36);
-    QCoreApplication::processEvents();
-    QVERIFY(!box.onOff()->isVisible());
+    QTRY_VERIFY(!box.onOff()->isVisible());
     QVERIFY(box.box.lineEdit()->isVisible());
     QVERIFY(box.box.lineEdit()->width() >= 30);
 }

@@ -67,6 +67,7 @@ private Q_SLOTS:
     void returnWithoutAChoiceLeavesWhatWasTyped();
     void returnWithoutAChoiceCommitsACell();
     void downKeyOffersWords();
+    void showsLongWordsInANarrowField();
     void holdsLongTexts();
 };
 
@@ -219,6 +220,20 @@ void TestStringCompleterLineEdit::downKeyOffersWords()
     QVERIFY(edit.popup()->isVisible());
     QCOMPARE(edit.offered().size(), 3);
     QTest::keyClick(edit.popup(), Qt::Key_Escape);
+}
+
+void TestStringCompleterLineEdit::showsLongWordsInANarrowField()
+{
+    Edit edit;
+    QVERIFY(edit.usable);
+    edit.words = QStringList{QStringLiteral("a word that takes more room"),
+                             QStringLiteral("a") + QString(900, 'x')};
+    edit.edit.setFixedWidth(60);
+    QTest::keyClicks(&edit.edit, QStringLiteral("a word"));
+    QVERIFY(edit.popup()->viewport()->width() >= edit.popup()->sizeHintForColumn(0));
+    edit.edit.clear();
+    QTest::keyClicks(edit.popup(), QStringLiteral("a"));
+    QVERIFY2(edit.popup()->width() <= 480, "a word without end has an end here");
 }
 
 void TestStringCompleterLineEdit::holdsLongTexts()

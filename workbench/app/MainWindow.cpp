@@ -3,6 +3,7 @@
 #include "ModuleFrame.h"
 #include "panels/EditorPanel.h"
 #include "panels/EditorPanels.h"
+#include "preferences/PreferencesDialog.h"
 
 #include "kernel/document/Document.h"
 
@@ -70,6 +71,11 @@ void MainWindow::createEditMenu()
     connect(kernel::Document::the().undoStack(), &QUndoStack::indexChanged, this,
             &MainWindow::updateUndoActions);
     updateUndoActions();
+    edit->addSeparator();
+    QAction *preferences = edit->addAction(tr("&Preferences..."));
+    preferences->setShortcut(QKeySequence(Qt::CTRL + Qt::Key_Comma));
+    preferences->setMenuRole(QAction::PreferencesRole);
+    connect(preferences, &QAction::triggered, this, &MainWindow::showPreferences);
 }
 
 void MainWindow::createViewMenu()
@@ -86,6 +92,13 @@ void MainWindow::createPanels()
     }
     m_view->addActions(editors.actions());
     m_view->addSeparator();
+}
+
+void MainWindow::showPreferences()
+{
+    QNKViewBase::commitOpenEditors();
+    PreferencesDialog dialog(this);
+    dialog.exec();
 }
 
 void MainWindow::showModules()

@@ -49,6 +49,7 @@ private:
     void createViewMenu();
     void createPanels();
     void showModules();
+    void showPreferences();
     void shareSpace();
     void updateUndoActions();
     QMenu *groupMenu(const QString &group);

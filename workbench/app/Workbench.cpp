@@ -9,6 +9,7 @@
 #include "files/ImportReportDialog.h"
 #include "files/RecentFiles.h"
 #include "files/SceneSession.h"
+#include "preferences/Preferences.h"
 
 #include "interchange/sets/SetFileCodec.h"
 #include "kernel/document/Document.h"
@@ -67,6 +68,9 @@ Workbench::Workbench()
     kernel::ProgressDisplay::install(m_progress.get());
     createFileMenu();
     connect(&nkLogService::the(), &nkLogService::reported, this, &Workbench::showReport);
+    // Last: what is wrong with the stored values is shown too.
+    m_preferences = std::make_unique<Preferences>();
+    m_preferences->readAfterPaintOf(m_window.get());
 }
 
 Workbench::~Workbench()

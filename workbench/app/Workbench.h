@@ -12,6 +12,7 @@ class FileCommands;
 class ImportReportDialog;
 class MainWindow;
 class MainWindowService;
+class Preferences;
 class SceneSession;
 class TaskProgress;
 
@@ -55,6 +56,7 @@ private:
 
     std::unique_ptr<MainWindow> m_window;
     std::unique_ptr<MainWindowService> m_windowService;
+    std::unique_ptr<Preferences> m_preferences;
     std::unique_ptr<interchange::SetFileCodec> m_setCodec;
     std::unique_ptr<TaskProgress> m_progress;
     PluginLoader m_plugins;

@@ -1,6 +1,7 @@
 #include <nkKernelServicesGUI/nkMetadataGUIUtils.h>
 
 #include "ConflictDialog.h"
+#include "gui/preferences/MetadataCompletions.h"
 
 #include <nkQt4Ext/QNKStringCompleterLineEdit.h>
 
@@ -39,5 +40,6 @@ QNKStringCompleterLineEdit *nkMetadataGUIUtils::createMetadataLineEdit(QWidget *
     QNKStringCompleterLineEdit *edit = new QNKStringCompleterLineEdit(parent);
     // The stock limit of 32,767 characters would cut longer texts when they are merely looked at.
     edit->setMaxLength(std::numeric_limits<int>::max());
+    MetadataCompletions::feed(edit);
     return edit;
 }

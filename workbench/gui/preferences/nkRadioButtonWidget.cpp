@@ -1,5 +1,7 @@
 #include <nkKernelServicesGUI/nkRadioButtonWidget.h>
 
+#include "CellButtonColours.h"
+
 #include <QHBoxLayout>
 #include <QRadioButton>
 
@@ -10,6 +12,7 @@ nkRadioButtonWidget::nkRadioButtonWidget(QRadioButton *button, QWidget *parent)
     row->setContentsMargins(0, 0, 0, 0);
     row->addWidget(button, 0, Qt::AlignCenter);
     setFocusProxy(button);
+    new CellButtonColours(button);
 }
 
 nkRadioButtonWidget::~nkRadioButtonWidget() = default;

@@ -67,7 +67,7 @@ void PreferencesService::setIntValue(const QString &key, int value, bool overwri
 
 QStringList PreferencesService::getStringListValue(const QString &key, const QStringList &fallback) const
 {
-    const QJsonValue value = m_values.value(key);
+    const QJsonValue value = this->value(key);
     if (isStringList(value)) {
         return toStringList(value.toArray());
     }
@@ -79,7 +79,7 @@ QStringList PreferencesService::getStringListValue(const QString &key, const QSt
 
 int PreferencesService::getIntValue(const QString &key, int fallback) const
 {
-    const QJsonValue value = m_values.value(key);
+    const QJsonValue value = this->value(key);
     if (isInt(value)) {
         return value.toInt();
     }
@@ -91,13 +91,32 @@ int PreferencesService::getIntValue(const QString &key, int fallback) const
 
 bool PreferencesService::hasValue(const QString &key) const
 {
-    return m_values.contains(key);
+    return !value(key).isUndefined();
+}
+
+void PreferencesService::beginTrial()
+{
+    m_trial = QJsonObject();
+}
+
+void PreferencesService::endTrial()
+{
+    m_trial.reset();
+}
+
+QJsonValue PreferencesService::value(const QString &key) const
+{
+    return m_trial && m_trial->contains(key) ? m_trial->value(key) : m_values.value(key);
 }
 
 void PreferencesService::setValue(const QString &key, const QJsonValue &value, bool overwrite)
 {
-    const QJsonValue present = m_values.value(key);
+    const QJsonValue present = this->value(key);
     if (present == value || (!overwrite && !present.isUndefined())) {
+        return;
+    }
+    if (m_trial) {
+        m_trial->insert(key, value);
         return;
     }
     m_values.insert(key, value);

@@ -6,6 +6,8 @@
 #include <QJsonObject>
 #include <QSet>
 
+#include <optional>
+
 namespace kernel {
 
 /// The preference values of the user, read from their file at once and written back on the event loop's next
@@ -27,12 +29,17 @@ public:
     bool hasValue(const QString &key) const override;
 
     QString file() const { return m_file.path(); }
+    /// From now on values are set on trial: getters answer them, nobody is told and nothing is written, until
+    /// endTrial takes them back. So a page can show its defaults before a person has agreed to them.
+    void beginTrial();
+    void endTrial();
     /// Writes what has changed. A failure is told as an error once until a write succeeds; what could not be
     /// written goes with the next change.
     /// @return false when something could not be written
     bool flush();
 
 private:
+    QJsonValue value(const QString &key) const;
     void setValue(const QString &key, const QJsonValue &value, bool overwrite);
     void queueFlush();
     void keepUnsaved(const QJsonObject &changed);
@@ -42,6 +49,8 @@ private:
     PreferencesFile m_file;
     QJsonObject m_values;
     QJsonObject m_unsaved;
+    /// What was set on trial; nothing outside of a trial.
+    std::optional<QJsonObject> m_trial;
     bool m_flushQueued = false;
     bool m_failureTold = false;
     mutable QSet<QString> m_wrongKindTold;

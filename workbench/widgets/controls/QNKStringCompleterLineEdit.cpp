@@ -5,12 +5,23 @@
 #include <QCoreApplication>
 #include <QKeyEvent>
 #include <QStringListModel>
+#include <QStyle>
 
 #include <limits>
 
 namespace {
 
 constexpr int mostWords = 12;
+/// A list may be wider than its field, in which long words would all look alike.
+constexpr int widestList = 480;
+
+/// What the list takes to show its words, as a place below the field.
+QRect listPlace(const QLineEdit *field, QAbstractItemView *list)
+{
+    const int margin = 2 * list->frameWidth() + list->style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    const int wanted = qMin(list->sizeHintForColumn(0) + margin, widestList);
+    return QRect(0, 0, qMax(field->width(), wanted), field->height());
+}
 
 } // namespace
 
@@ -20,6 +31,10 @@ QNKStringCompleterLineEdit::QNKStringCompleterLineEdit(QWidget *parent)
     m_completer->setModel(m_words);
     m_completer->setCompletionMode(QCompleter::UnfilteredPopupCompletion);
     m_completer->setMaxVisibleItems(mostWords);
+    if (auto *frame = qobject_cast<QFrame *>(m_completer->popup())) {
+        // Over a table the usual thin frame cannot be told from the cells.
+        frame->setFrameStyle(QFrame::Box | QFrame::Plain);
+    }
     // Not QLineEdit::setCompleter(): that writes the highlighted word into the field while a person walks the
     // list, and Esc would leave it there.
     m_completer->setWidget(this);
@@ -77,7 +92,7 @@ bool QNKStringCompleterLineEdit::offer(const QString &text)
     // Anew each time, to come before the completer's own filter.
     m_completer->popup()->installEventFilter(this);
     m_words->setStringList(words);
-    m_completer->complete();
+    m_completer->complete(listPlace(this, m_completer->popup()));
     // Qt marks the first word, and Return would take it in place of what was typed.
     m_completer->popup()->setCurrentIndex(QModelIndex());
     return true;
