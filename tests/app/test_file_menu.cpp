@@ -4,6 +4,8 @@
 #include "files/RecentFiles.h"
 #include "files/RecentMenu.h"
 #include "files/SceneSession.h"
+#include "panels/EditorPanel.h"
+#include "panels/SceneObjectView.h"
 
 #include <ModalAnswer.h>
 #include <TestMain.h>
@@ -14,6 +16,7 @@
 #include <QAction>
 #include <QDropEvent>
 #include <QFileDialog>
+#include <QLineEdit>
 #include <QLoggingCategory>
 #include <QMenu>
 #include <QMimeData>
@@ -32,6 +35,7 @@ private Q_SLOTS:
     void cleanup();
     void theTitleShowsNameAndChanges();
     void savesWhatIsOpen();
+    void savesWhatStandsInAnOpenEditor();
     void savesAnUntitledSceneWhereThePersonSays();
     void savesAsAndGoesOnWithTheNewFile();
     void asksBeforeChangesAreLost_data();
@@ -137,6 +141,20 @@ void TestFileMenu::savesWhatIsOpen()
     QCOMPARE(read(m_path), scene());
 }
 
+void TestFileMenu::savesWhatStandsInAnOpenEditor()
+{
+    SceneObjectView *view = m_workbench->window()->panels().constFirst()->view();
+    view->setFocus();
+    view->setCurrentIndex(view->model()->index(0, 0));
+    view->edit(view->currentIndex());
+    auto *editor = view->viewport()->findChild<QLineEdit *>();
+    QVERIFY(editor);
+    QTest::keyClicks(editor, QStringLiteral("Typed"));
+    QVERIFY(!Document::the().isModified());
+    trigger("fileSave");
+    QCOMPARE(read(m_path), scene().replace("\"Part\"", "\"Typed\""));
+}
+
 void TestFileMenu::savesAnUntitledSceneWhereThePersonSays()
 {
     trigger("fileNew");
@@ -221,6 +239,10 @@ void TestFileMenu::revertsToTheFile()
     const ModalAnswer yes = ModalAnswer::button(QStringLiteral("Revert"));
     trigger("fileRevert");
     QCOMPARE(entry().getValue(), QVariant(1));
+    // Without changes it takes in, unasked, what others have made of the file.
+    write(QStringLiteral("a & b.gltf"), scene("8"));
+    trigger("fileRevert");
+    QCOMPARE(entry().getValue(), QVariant(8));
     QVERIFY(!Document::the().isModified() && !Document::the().undoStack()->canUndo());
 }
 
@@ -362,11 +384,11 @@ void TestFileMenu::commandsAreEnabledWhereTheyMakeSense()
         }
         return names.join(QLatin1Char(' '));
     };
-    QCOMPARE(enabled(), QStringLiteral("SaveAs Close ImportReport"));
+    QCOMPARE(enabled(), QStringLiteral("Save SaveAs Revert Close ImportReport"));
     entry().setValue(2);
     QCOMPARE(enabled(), QStringLiteral("Save SaveAs Revert Close ImportReport"));
     Document::the().undo();
-    QCOMPARE(enabled(), QStringLiteral("SaveAs Close ImportReport"));
+    QCOMPARE(enabled(), QStringLiteral("Save SaveAs Revert Close ImportReport"));
     trigger("fileNew");
     QCOMPARE(enabled(), QStringLiteral("Save SaveAs"));
     nkMetadataService::the().createSet(QString(), {});

@@ -107,7 +107,8 @@ bool FileCommands::overwriteOrSaveAs(const QString &path)
 void FileCommands::revert()
 {
     QNKViewBase::commitOpenEditors();
-    if (m_session->path().isEmpty() || !FileQuestions::revert(m_window, m_session->title())) {
+    const bool isAsked = SceneSession::isModified();
+    if (m_session->path().isEmpty() || (isAsked && !FileQuestions::revert(m_window, m_session->title()))) {
         return;
     }
     const QString error = m_session->open(m_session->path());

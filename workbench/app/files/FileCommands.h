@@ -22,6 +22,7 @@ public:
     /// @return whether the scene is saved now
     bool save();
     bool saveAs();
+    /// Back to the file, as it is now.
     void revert();
     /// Whether the present scene may go: it has no changes, or the person has saved them or does not want them.
     bool mayLeave();

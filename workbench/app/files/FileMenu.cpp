@@ -44,8 +44,8 @@ void FileMenu::addOpening(FileCommands *commands)
 
 void FileMenu::addSaving(FileCommands *commands)
 {
-    m_save = add(tr("&Save"), QKeySequence::Save, QStringLiteral("fileSave"));
-    connect(m_save, &QAction::triggered, commands, &FileCommands::save);
+    QAction *save = add(tr("&Save"), QKeySequence::Save, QStringLiteral("fileSave"));
+    connect(save, &QAction::triggered, commands, &FileCommands::save);
     // Not the platform's standard key, which not every platform has.
     connect(
         add(tr("Save &As..."), QKeySequence(Qt::CTRL + Qt::SHIFT + Qt::Key_S), QStringLiteral("fileSaveAs")),
@@ -70,8 +70,8 @@ void FileMenu::update()
 {
     const bool hasFile = !m_session->path().isEmpty();
     const bool isModified = SceneSession::isModified();
-    m_save->setEnabled(isModified || !hasFile);
-    m_revert->setEnabled(isModified && hasFile);
+    // Save stays enabled without changes: an open editor may hold one.
+    m_revert->setEnabled(hasFile);
     m_close->setEnabled(isModified || hasFile);
     m_report->setEnabled(hasFile && (m_session->report().keptCount() > 0 || !m_session->report().isClean()));
 }

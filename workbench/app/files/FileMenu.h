@@ -29,7 +29,6 @@ private:
 
     QMenu *m_menu;
     SceneSession *m_session;
-    QAction *m_save = nullptr;
     QAction *m_revert = nullptr;
     QAction *m_close = nullptr;
     QAction *m_report = nullptr;
