@@ -2,8 +2,10 @@
 """Writes showroom.gltf, the scene that the workbench opens when it is started without a file.
 
 A showroom with a small electric delivery van on a turntable, two stands, three cameras and three lights. The extras
-hold every type that JSON knows, as a parts database would deliver them. Geometry is one box and one cylinder in an
-embedded buffer, placed and scaled by the nodes.
+hold every type that JSON knows, as a parts database would deliver them, and what is hard to show or to keep: texts in
+several scripts, with markup, tabs and line breaks in them, keys with points, numbers too long for their types, and
+what has no form as an entry. Geometry is one box and one cylinder in an embedded buffer, placed and scaled by the
+nodes.
 
 Usage: make_showroom.py [OUT.gltf]
 """
@@ -170,27 +172,34 @@ def build():
         "supplier": "Stonefield Floors", "area m2": 144.0, "slip class": "R9", "maintenance": ["sweep", "wax", "seal"]})
     plaster = s.material("Plaster White", [0.93, 0.92, 0.9, 1], 0, 0.9, {"supplier": "Northwall", "washable": True})
     paint = s.material("Paint Petrol", [0.02, 0.32, 0.38, 1], 0.2, 0.3, {
-        "code": "PT-417", "layers": 3, "thickness": {"primer": 0.02, "base": 0.015, "clear": 0.04, "unit": "mm"},
+        "code": "PT-417", "sRGB": "#055262", "layers": 3,
+        "colour name": {"fr": "bleu pétrole", "el": "μπλε πετρόλ", "ja": "ペトロールブルー", "ar": "أزرق بترولي"},
+        "thickness": {"primer": 0.02, "base": 0.015, "clear": 0.04, "unit": "mm"},
         "solvent-free": True, "price per litre": 38.5, "released": "2023-11-06"})
-    rubber = s.material("Rubber", [0.05, 0.05, 0.05, 1], 0, 0.95, {"shore": 64, "recycled": None})
+    rubber = s.material("Rubber", [0.05, 0.05, 0.05, 1], 0, 0.95, {
+        "shore": 64, "recycled": None, "friction": [0.9, 0.55, None], "temperature °C": {"min": -45, "max": 110}})
     alloy = s.material("Brushed Alloy", [0.75, 0.76, 0.78, 1], 1, 0.4, {
-        "alloy": "EN AW-6060", "density": 2.7, "supplier": "Tarn Metals", "certificates": ["3.1", "RoHS"]})
+        "alloy": "EN AW-6060", "density": 2.7, "expansion 1/K": 2.34e-05, "elements": {"Al": 98.5, "Mg": 0.5, "Si": 0.45},
+        "supplier": "Tarn Metals", "certificates": ["3.1", "RoHS"]})
     glass = s.material("Glass Tinted", [0.2, 0.28, 0.3, 0.45], 0, 0.05, {"transmission": 0.45, "e-mark": 43},
                        alphaMode="BLEND")
     s.material("Fabric Graphite", [0.2, 0.2, 0.22, 1], 0, 1, {
         "weight": 320, "flammability": "passed", "colours": ["graphite", "sand", "moss"], "discontinued": None})
     fabric = len(s.materials) - 1
     screen = s.material("Screen", [0.1, 0.12, 0.2, 1], 0, 0.2, emissiveFactor=[0.25, 0.4, 0.7])
-    oak = s.material("Oak", [0.55, 0.39, 0.22, 1], 0, 0.7, {"certified": True, "origin": "Alsace", "board width": 180})
+    oak = s.material("Oak", [0.55, 0.39, 0.22, 1], 0, 0.7, {
+        "certified": True, "origin": "Alsace", "board width": 180, "defects": [], "remark": ""})
 
     room = s.node("Showroom", extras={
         "site": "Hall 3", "opened": "2024-03-18", "open from": "09:30", "capacity": 60, "accessible": True,
+        "visitors": -1, "rooms": [["Hall 3", 144], ["Lounge", 38]], "catering": {},
         "contact": {"name": "Reception", "phone": "+00 555 0134", "languages": ["en", "de", "fr"]}})
     shell = s.node("Building", room, {"fire section": "B2", "inspected": None})
     s.part("Floor", shell, "box", concrete, [0, -0.05, 0], [12, 0.1, 12], {"cleaned": "2024-05-02T06:15:00"})
     s.part("Back Wall", shell, "box", plaster, [0, 1.75, -6.05], [12, 3.5, 0.1])
     s.part("Side Wall", shell, "box", plaster, [-6.05, 1.75, 0], [0.1, 3.5, 12])
-    s.part("Lettering", shell, "box", alloy, [0, 2.7, -5.97], [4.2, 0.45, 0.06], {"text": "Small vans, big days"})
+    s.part("Lettering", shell, "box", alloy, [0, 2.7, -5.97], [4.2, 0.45, 0.06], {
+        "text": "Small vans, <b>big</b> days", "typeface": "Grotesk & Co. \"Wide\"", "lines": "Small vans,\n\tbig days"})
 
     podium = s.node("Turntable", room, {
         "part no": "TT-2200", "diameter": 5.2, "rpm": 0.5, "max load kg": 3500, "motor": {"power": 0.75, "volts": 400}})
@@ -211,7 +220,8 @@ def build():
         "handles and the lettering on the left side are not.\n\nPlease do not lean on the mirrors."},
         translation=[0, 0.2, 0], rotation=turned([0, 1, 0], 0.6))
     body = s.node("Body", van, {"part no": "B-310-0100", "weight kg": 268.4, "released": True})
-    s.part("Chassis", body, "box", alloy, [0, 0.4, 0], [3.7, 0.16, 1.5], {"part no": "B-310-0101", "welds": 184})
+    s.part("Chassis", body, "box", alloy, [0, 0.4, 0], [3.7, 0.16, 1.5], {"part no": "B-310-0101", "welds": 184,
+            "tolerance.x": 0.2, "tolerance.y": 0.2, "mixed": ["a", 1, 2.5, True, None]})
     s.part("Cabin", body, "box", paint, [1.25, 0.95, 0], [1.2, 0.95, 1.62], {"part no": "B-310-0110"})
     s.part("Windscreen", body, "box", glass, [1.72, 1.55, 0], [0.26, 0.55, 1.5], {"part no": "G-120-0007", "heated": True})
     s.part("Cargo Box", body, "box", paint, [-0.65, 1.23, 0], [2.6, 1.5, 1.68], {
@@ -249,8 +259,13 @@ def build():
             "yfov": yfov, "znear": 0.05, "zfar": 100, "aspectRatio": 1.777778}})
         s.node(name, room, extras, camera=len(s.cameras) - 1, translation=at, rotation=looking(at, target))
 
+    def plan(name, half, at, target, extras):
+        s.cameras.append({"name": name, "type": "orthographic", "orthographic": {
+            "xmag": half, "ymag": half, "znear": 0.05, "zfar": 100}})
+        s.node(name, room, extras, camera=len(s.cameras) - 1, translation=at, rotation=looking(at, target))
+
     camera("Overview", 0.85, [5.5, 3.2, 5.6], [0, 0.8, 0], {"purpose": "catalogue cover", "approved": True})
-    camera("Wheel Detail", 0.4, [2.4, 0.9, 3.2], [1.4, 0.5, 0.2], {"purpose": "web", "focal length": 85})
+    plan("Plan View", 7, [0, 8, 0.01], [0, 0, 0], {"purpose": "floor plan", "scale": "1:50"})
     camera("Visitor", 1.05, [0, 1.7, 5.4], [0, 1.1, 0], {"eye height": 1.7})
 
     def light(name, kind, colour, intensity, at, target, extras, **more):

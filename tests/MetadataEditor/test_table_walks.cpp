@@ -5,6 +5,7 @@
 
 #include <ModalAnswer.h>
 #include <TestMain.h>
+#include <WindowFocus.h>
 #include <nkQt4Ext/QNKColorDialog.h>
 #include <nkQt4Ext/QNKDoubleSpiner.h>
 
@@ -132,8 +133,10 @@ private:
     void key(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
     {
         QWidget *popup = QApplication::activePopupWidget();
+        QWidget *target = popup ? popup : m_editor->window.get();
+        QVERIFY(WindowFocus::waitFor(target));
         // The press may close the window it goes to.
-        const QPointer<QWindow> window = (popup ? popup : m_editor->window.get())->windowHandle();
+        const QPointer<QWindow> window = target->windowHandle();
         QTest::keyPress(window.data(), Qt::Key(key), modifiers);
         QTest::keyRelease(window ? window.data() : m_editor->window->windowHandle(), Qt::Key(key), modifiers);
         QCoreApplication::processEvents();
@@ -141,6 +144,7 @@ private:
 
     void type(const QString &text)
     {
+        QVERIFY(WindowFocus::waitFor(m_editor->window.get()));
         for (const QChar character : text) {
             QTest::keyClick(m_editor->window->windowHandle(), character.toLatin1());
         }
@@ -204,6 +208,7 @@ private:
         auto *combo = qobject_cast<QComboBox *>(m_editor->editor());
         QVERIFY(combo);
         QAbstractItemView *list = combo->view();
+        QVERIFY(WindowFocus::waitFor(list));
         const QPoint at = list->visualRect(list->model()->index(item, combo->modelColumn())).center();
         QTest::mouseMove(list->viewport(), at);
         QTest::mouseClick(list->viewport(), Qt::LeftButton, Qt::NoModifier, at);

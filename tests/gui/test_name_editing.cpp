@@ -5,8 +5,11 @@
 #include <nkKernelServicesGUI/nkMetadataTreeModel.h>
 #include <nkKernelServicesGUI/nkMetadataTreeView.h>
 
+#include <QHelpEvent>
 #include <QLineEdit>
 #include <QStyledItemDelegate>
+#include <QTextDocument>
+#include <QToolTip>
 #include <QUndoStack>
 
 class TestNameEditing : public QObject
@@ -85,6 +88,25 @@ private Q_SLOTS:
         QCOMPARE(commonName(), QString(longName + QLatin1Char('y')));
     }
 
+    void a_name_that_is_cut_off_is_shown_whole_as_a_tool_tip()
+    {
+        const QString name = QStringLiteral(
+            "<b>Order 2024</b> of the northern plant & all of its spare parts");
+        nkdMetadataSet(m_scene.common).setName(name);
+        m_model->reload();
+        m_view->resize(140, 200);
+        askForToolTip(m_model->index(0, 0));
+        QTextDocument shown;
+        shown.setHtml(QToolTip::text());
+        QCOMPARE(shown.toPlainText(), name);
+        // Tool tips leave with a delay.
+        askForToolTip(m_model->index(1, 0));
+        QTRY_COMPARE(QToolTip::text(), QString());
+        m_view->resize(1200, 200);
+        askForToolTip(m_model->index(0, 0));
+        QCOMPARE(QToolTip::text(), QString());
+    }
+
     void a_touched_editor_is_not_filled_anew()
     {
         QLineEdit *edit = openEditor(0);
@@ -136,6 +158,14 @@ private Q_SLOTS:
     }
 
 private:
+    /// As a mouse does that rests on the row.
+    void askForToolTip(const QModelIndex &index) const
+    {
+        const QPoint place = m_view->visualRect(index).center();
+        QHelpEvent event(QEvent::ToolTip, place, m_view->viewport()->mapToGlobal(place));
+        QCoreApplication::sendEvent(m_view->viewport(), &event);
+    }
+
     QLineEdit *openEditor(int row)
     {
         const QModelIndex index = m_model->index(row, 0);

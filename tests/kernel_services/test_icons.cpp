@@ -8,6 +8,8 @@
 #include <QDirIterator>
 #include <QIcon>
 #include <QImage>
+#include <QPainter>
+#include <QPalette>
 
 #include <cmath>
 
@@ -101,6 +103,40 @@ double legiblePart(const QImage &image, const QColor &background)
     return double(legible) / qMax(1, image.width() * image.height());
 }
 
+/// What a selected row is drawn with: a mid-blue of most desktops, a dark theme's, and a light one under dark text.
+const QVector<QPair<QColor, QColor>> highlights = {{QColor(0x30, 0x8c, 0xc6), Qt::white},
+                                                   {QColor(0x1d, 0x54, 0x7e), QColor(0xee, 0xee, 0xee)},
+                                                   {QColor(0xff, 0xd2, 0x66), QColor(0x20, 0x20, 0x20)}};
+
+/// Makes a highlight the application's as long as it lives.
+class HighlightPalette
+{
+public:
+    explicit HighlightPalette(const QPair<QColor, QColor> &highlight) : m_before(QGuiApplication::palette())
+    {
+        QPalette palette = m_before;
+        palette.setColor(QPalette::Highlight, highlight.first);
+        palette.setColor(QPalette::HighlightedText, highlight.second);
+        QGuiApplication::setPalette(palette);
+    }
+    ~HighlightPalette() { QGuiApplication::setPalette(m_before); }
+    Q_DISABLE_COPY(HighlightPalette)
+
+private:
+    QPalette m_before;
+};
+
+/// As a view paints an icon in a row of 16 pixels on a screen of this resolution.
+QImage painted(const QIcon &icon, QIcon::Mode mode, qreal ratio)
+{
+    QImage canvas(QSize(16, 16) * ratio, QImage::Format_ARGB32_Premultiplied);
+    canvas.setDevicePixelRatio(ratio);
+    canvas.fill(Qt::transparent);
+    QPainter painter(&canvas);
+    icon.paint(&painter, QRect(0, 0, 16, 16), Qt::AlignCenter, mode);
+    return canvas;
+}
+
 QIcon named(const QString &categoryAndName)
 {
     const QString category = categoryAndName.section(QLatin1Char('/'), 0, 0);
@@ -141,6 +177,11 @@ private Q_SLOTS:
     void picturesAreVisible();
     void everyIconIsLegibleOnDarkAndLight_data();
     void everyIconIsLegibleOnDarkAndLight();
+    void everyIconIsLegibleOnSelectedRows_data();
+    void everyIconIsLegibleOnSelectedRows();
+    void iconsOfSelectedRowsFollowThePalette();
+    void iconsOfSelectedRowsAreSharpOnSharpScreens();
+    void iconsOutsideOfSelectionsKeepTheirColours();
     void everyKindHasAnIconOfItsOwn();
     void kindsThatAreNoSceneObjectsHaveNone();
     void aMissingIconIsAPlaceholderAndToldOnce();
@@ -229,6 +270,74 @@ void TestIcons::everyIconIsLegibleOnDarkAndLight()
     const QImage image = IconSource::the().render(file, QSize(48, 48)).toImage();
     QVERIFY(legiblePart(image, QColor(0xf4, 0xf4, 0xf4)) > 0.04);
     QVERIFY(legiblePart(image, QColor(0x2b, 0x2d, 0x30)) > 0.04);
+}
+
+void TestIcons::everyIconIsLegibleOnSelectedRows_data()
+{
+    namedIconsAreVisible_data();
+    for (const char *name : {"Node", "Camera", "Light", "Material", "MaterialGroup"}) {
+        QTest::newRow(name) << QStringLiteral("General/") + QLatin1String(name);
+    }
+    for (const char *name : {"EntryInSetOffNormal", "TagInSetOffNormal", "MetadataSetLocked",
+                             "MetadataSetAsset", "MetadataSetEditedAsset", "ObjectSet"}) {
+        QTest::newRow(name) << QStringLiteral("MetadataEditor/") + QLatin1String(name);
+    }
+}
+
+void TestIcons::everyIconIsLegibleOnSelectedRows()
+{
+    QFETCH(QString, name);
+    for (const auto &highlight : highlights) {
+        const HighlightPalette palette(highlight);
+        const QIcon icon = named(name);
+        QVERIFY(legiblePart(painted(icon, QIcon::Selected, 1.0), highlight.first) > 0.04);
+        QVERIFY(legiblePart(painted(icon, QIcon::Selected, 2.0), highlight.first) > 0.04);
+        QVERIFY(legiblePart(icon.pixmap(QSize(16, 16), QIcon::Selected).toImage(), highlight.first) > 0.04);
+    }
+}
+
+void TestIcons::iconsOfSelectedRowsFollowThePalette()
+{
+    const QIcon icon = KindIcons::ofSet(KindIcons::SetState::Shared);
+    const auto colourUnder = [&icon](const QColor &text) {
+        const HighlightPalette palette({Qt::blue, text});
+        const QImage image = icon.pixmap(QSize(48, 48), QIcon::Selected).toImage();
+        for (int i = 0; i < image.width(); ++i) {
+            if (image.pixelColor(i, i).alpha() == 255) {
+                return image.pixelColor(i, i);
+            }
+        }
+        return QColor();
+    };
+    QCOMPARE(colourUnder(Qt::white), QColor(Qt::white));
+    QCOMPARE(colourUnder(Qt::black), QColor(Qt::black));
+    QCOMPARE(colourUnder(Qt::white), QColor(Qt::white));
+}
+
+void TestIcons::iconsOfSelectedRowsAreSharpOnSharpScreens()
+{
+    const QIcon icon = KindIcons::ofObject(nkObjectType::Node);
+    const QImage twice = painted(icon, QIcon::Selected, 2.0);
+    QCOMPARE(twice.size(), QSize(32, 32));
+    QImage drawn = icon.pixmap(QSize(32, 32), QIcon::Selected).toImage();
+    drawn.setDevicePixelRatio(2.0);
+    QCOMPARE(twice.convertToFormat(QImage::Format_ARGB32), drawn.convertToFormat(QImage::Format_ARGB32));
+    const QImage scaled = painted(icon, QIcon::Selected, 1.0).scaled(32, 32);
+    QVERIFY(twice.convertToFormat(QImage::Format_ARGB32) != scaled.convertToFormat(QImage::Format_ARGB32));
+}
+
+void TestIcons::iconsOutsideOfSelectionsKeepTheirColours()
+{
+    const QString file = QStringLiteral(":/iconmanager/resources/MetadataEditor/MetadataSet.svg");
+    const QIcon icon = KindIcons::ofSet(KindIcons::SetState::Shared);
+    for (const QIcon::Mode mode : {QIcon::Normal, QIcon::Active, QIcon::Disabled}) {
+        for (const qreal ratio : {1.0, 2.0}) {
+            QCOMPARE(painted(icon, mode, ratio), painted(QIcon(file), mode, ratio));
+        }
+        const QSize size(24, 24);
+        QCOMPARE(icon.pixmap(size, mode).toImage().convertToFormat(QImage::Format_ARGB32),
+                 QIcon(file).pixmap(size, mode).toImage().convertToFormat(QImage::Format_ARGB32));
+    }
 }
 
 void TestIcons::everyKindHasAnIconOfItsOwn()

@@ -2,8 +2,11 @@
 
 #include "gui/dialogs/ValueText.h"
 
+#include <QAbstractItemView>
 #include <QCoreApplication>
+#include <QHelpEvent>
 #include <QLineEdit>
+#include <QToolTip>
 
 #include <limits>
 
@@ -22,6 +25,18 @@ bool isTouched(const QLineEdit *edit)
 NameDelegate::NameDelegate(QObject *parent) : QStyledItemDelegate(parent) {}
 
 NameDelegate::~NameDelegate() = default;
+
+bool NameDelegate::helpEvent(QHelpEvent *event, QAbstractItemView *view, const QStyleOptionViewItem &option,
+                             const QModelIndex &index)
+{
+    const bool isCut = index.isValid() && sizeHint(option, index).width() > option.rect.width();
+    if (event->type() != QEvent::ToolTip || !isCut) {
+        return QStyledItemDelegate::helpEvent(event, view, option, index);
+    }
+    const QString name = ValueText::oneLine(index.data(Qt::DisplayRole).toString());
+    QToolTip::showText(event->globalPos(), ValueText::literal(name), view->viewport(), option.rect);
+    return true;
+}
 
 QString NameDelegate::displayText(const QVariant &value, const QLocale &) const
 {

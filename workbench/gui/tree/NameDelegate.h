@@ -11,6 +11,9 @@ public:
     explicit NameDelegate(QObject *parent = nullptr);
     ~NameDelegate() override;
 
+    /// Shows a name that the column cuts off whole, as a tool tip.
+    bool helpEvent(QHelpEvent *event, QAbstractItemView *view, const QStyleOptionViewItem &option,
+                   const QModelIndex &index) override;
     QString displayText(const QVariant &value, const QLocale &locale) const override;
     QWidget *createEditor(QWidget *parent, const QStyleOptionViewItem &option,
                           const QModelIndex &index) const override;

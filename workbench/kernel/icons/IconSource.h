@@ -24,8 +24,8 @@ public:
     /// Installs another source, which stays the caller's. Null takes it back; so does its destruction.
     static void setIconSource(IconSource *source);
 
-    /// The icon of this name, sharp at every size. @param category for example "General"; empty for the
-    /// default icons
+    /// The icon of this name, sharp at every size and legible on selected rows.
+    /// @param category for example "General"; empty for the default icons
     virtual QIcon icon(const QString &name, const QString &category = QString()) = 0;
     /// The picture at a path such as "MetadataEditor/MetadataSet.svg" or ":/..." at its own size, in the
     /// resolution of the sharpest screen.

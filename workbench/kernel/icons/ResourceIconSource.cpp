@@ -1,6 +1,7 @@
 #include "ResourceIconSource.h"
 
 #include "PlaceholderIcon.h"
+#include "SelectionIconEngine.h"
 
 #include <nkKernelServices/nkLogService.h>
 
@@ -39,12 +40,9 @@ QPixmap draw(const QString &file, const QSize &size)
     return canvas;
 }
 
-/// Drawn the same on a selected row: tinted with the highlight, as styles do, the mid-tones would vanish in it.
 QIcon iconOf(const QString &file)
 {
-    QIcon icon(file);
-    icon.addFile(file, QSize(), QIcon::Selected);
-    return icon;
+    return QIcon(new SelectionIconEngine(QIcon(file)));
 }
 
 } // namespace
