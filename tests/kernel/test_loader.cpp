@@ -33,6 +33,8 @@ private Q_SLOTS:
     void idsDoNotClashWithChangesMadeMeanwhile();
     void clipboardsSurviveAnotherScene();
     void loadedThingsAreOrdinary();
+    void locksColoursAndAssetsAreLoadedIntoANewScene();
+    void assignmentsAreListedInTheOrderOfAssigning();
 
 private:
     Document &m_document = Document::the();
@@ -271,6 +273,50 @@ void TestLoader::loadedThingsAreOrdinary()
     QVERIFY(m_document.undo());
     QCOMPARE(entry.getValue(), QVariant(1));
     QVERIFY(!m_document.isModified());
+}
+
+void TestLoader::locksColoursAndAssetsAreLoadedIntoANewScene()
+{
+    DocumentLoader loader;
+    const quint64 node = loader.addObject(nkObjectType::Node, QStringLiteral("n"));
+    const quint64 own = loader.objectSet(node);
+    const quint64 set = loader.addSet(QStringLiteral("S"));
+    QVERIFY(loader.lockObject(node) && loader.lockSet(own) && loader.setColor(own, Qt::red));
+    QVERIFY(loader.setAsset(set, kernel::AssetState::AtRest, QStringLiteral("id")));
+    QVERIFY(!loader.setAsset(own, kernel::AssetState::AtRest, QString()));
+    QVERIFY(!loader.setColor(own, QColor()) && !loader.lockSet(node) && !loader.lockObject(set));
+    QVERIFY(loader.addTag(own, QStringLiteral("into a locked set")) != 0);
+    QVERIFY(loader.commit());
+    QVERIFY(nkdSceneObject(nkdObject(node)).getLocked());
+    QVERIFY(nkdMetadataSet(own).isLocked());
+    QCOMPARE(nkdMetadataSet(own).getColor(), QColor(Qt::red));
+    QCOMPARE(m_document.assetState(set), kernel::AssetState::AtRest);
+    QCOMPARE(m_document.assetId(set), QStringLiteral("id"));
+    DocumentLoader adding(DocumentLoader::Mode::Add);
+    QVERIFY(!adding.lockObject(node) && !adding.lockSet(set) && !adding.setColor(set, Qt::red));
+}
+
+void TestLoader::assignmentsAreListedInTheOrderOfAssigning()
+{
+    DocumentLoader loader;
+    const quint64 a = loader.addObject(nkObjectType::Node, QStringLiteral("a"));
+    const quint64 b = loader.addObject(nkObjectType::Node, QStringLiteral("b"));
+    const quint64 s = loader.addSet(QStringLiteral("s"));
+    const quint64 t = loader.addSet(QStringLiteral("t"));
+    QVERIFY(loader.assign(t, b) && loader.assign(s, b) && loader.assign(t, a) && loader.commit());
+    const auto pairs = [this] {
+        QList<quint64> ids;
+        for (const Document::Assignment &assignment : m_document.assignments())
+            ids << assignment.setId << assignment.objectId;
+        return ids;
+    };
+    QCOMPARE(pairs(), (QList<quint64>{t, b, s, b, t, a}));
+    m_service.removeAssignments({nkdMetadataSet(t)}, {nkdSceneObject(nkdObject(b))});
+    QCOMPARE(pairs(), (QList<quint64>{s, b, t, a}));
+    QVERIFY(m_document.undo());
+    QCOMPARE(pairs(), (QList<quint64>{t, b, s, b, t, a}));
+    m_service.deleteSets({nkdMetadataSet(t)});
+    QCOMPARE(pairs(), (QList<quint64>{s, b}));
 }
 
 NK_GUILESS_TEST_MAIN(TestLoader)

@@ -11,7 +11,6 @@
 
 #include <QAction>
 #include <QCloseEvent>
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QMenu>
@@ -40,7 +39,7 @@ MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent)
     setObjectName(QStringLiteral("MainWindow"));
     setDockNestingEnabled(true);
     setTabPosition(Qt::LeftDockWidgetArea, QTabWidget::North);
-    createFileMenu();
+    m_file = menuBar()->addMenu(tr("&File"));
     createEditMenu();
     createViewMenu();
     createPanels();
@@ -52,18 +51,6 @@ MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent)
 MainWindow::~MainWindow()
 {
     releaseModules();
-}
-
-void MainWindow::createFileMenu()
-{
-    QMenu *file = menuBar()->addMenu(tr("&File"));
-    QAction *open = file->addAction(tr("&Open..."));
-    open->setShortcut(QKeySequence::Open);
-    connect(open, &QAction::triggered, this, &MainWindow::chooseScene);
-    file->addSeparator();
-    QAction *quit = file->addAction(tr("&Quit"));
-    quit->setShortcut(QKeySequence::Quit);
-    connect(quit, &QAction::triggered, this, &MainWindow::close);
 }
 
 void MainWindow::createEditMenu()
@@ -200,23 +187,12 @@ void MainWindow::showError(const QString &title, const QString &text)
     box->open();
 }
 
-void MainWindow::chooseScene()
-{
-    QNKViewBase::commitOpenEditors();
-    const QString path = QFileDialog::getOpenFileName(this, tr("Open Scene"),
-                                                      QFileInfo(windowFilePath()).path(), sceneFileFilter());
-    if (!path.isEmpty()) {
-        Q_EMIT openRequested(path);
-    }
-}
-
-QString MainWindow::sceneFileFilter()
-{
-    return tr("3D scenes (*.gltf *.glb);;All files (*)");
-}
-
 void MainWindow::closeEvent(QCloseEvent *event)
 {
     QNKViewBase::commitOpenEditors();
+    if (m_mayClose && !m_mayClose()) {
+        event->ignore();
+        return;
+    }
     QMainWindow::closeEvent(event);
 }

@@ -4,6 +4,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
+
 class EditorPanel;
 class ModuleFrame;
 class QAction;
@@ -13,7 +15,7 @@ class QMenu;
 /// The main window of the workbench: menus, the panels of the scene's editors at the left, the frames of the
 /// modules beside them, a status line.
 ///
-/// It tells what the user asked for by signals and holds no document of its own.
+/// It holds no document of its own and knows nothing of files: who does fills the File menu.
 class MainWindow : public QMainWindow
 {
     Q_OBJECT
@@ -34,21 +36,18 @@ public:
     /// Shows a failure in a box over the window, once the event loop runs. Plain text.
     void showError(const QString &title, const QString &text);
 
-    /// The default name filter of file dialogs for scenes.
-    static QString sceneFileFilter();
+    /// The File menu, for those who know what to do with files. Owned.
+    QMenu *fileMenu() const { return m_file; }
+    /// Asked before the window closes; false keeps it open. By default it may always close.
+    void setCloseGuard(const std::function<bool()> &mayClose) { m_mayClose = mayClose; }
 
     /// The panels of the scene's editors: scene graph, materials, cameras, lights, sceneplates. Owned.
     const QList<EditorPanel *> &panels() const { return m_panels; }
-
-Q_SIGNALS:
-    /// The user chose a scene to open.
-    void openRequested(const QString &path);
 
 protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
-    void createFileMenu();
     void createEditMenu();
     void createViewMenu();
     void createPanels();
@@ -56,14 +55,15 @@ private:
     void showPreferences();
     void shareSpace();
     void updateUndoActions();
-    void chooseScene();
     QMenu *groupMenu(const QString &group);
 
     QAction *m_undo = nullptr;
     QAction *m_redo = nullptr;
+    QMenu *m_file;
     QMenu *m_view = nullptr;
     /// The separator after the panels.
     QAction *m_endOfPanels = nullptr;
     QList<EditorPanel *> m_panels;
     QList<ModuleFrame *> m_frames;
+    std::function<bool()> m_mayClose;
 };

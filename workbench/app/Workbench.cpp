@@ -4,6 +4,12 @@
 #include "MainWindowService.h"
 #include "TaskProgress.h"
 #include "assets/AssetDock.h"
+#include "files/FileCommands.h"
+#include "files/FileDrops.h"
+#include "files/FileMenu.h"
+#include "files/ImportReportDialog.h"
+#include "files/RecentFiles.h"
+#include "files/SceneSession.h"
 #include "preferences/Preferences.h"
 
 #include "interchange/sets/SetFileCodec.h"
@@ -19,7 +25,6 @@
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QFileInfo>
 #include <QStatusBar>
 #include <QTextStream>
 
@@ -62,7 +67,7 @@ Workbench::Workbench()
     kernel::SetCodec::install(m_setCodec.get());
     m_progress = std::make_unique<TaskProgress>(m_window.get());
     kernel::ProgressDisplay::install(m_progress.get());
-    connect(m_window.get(), &MainWindow::openRequested, this, &Workbench::openOrTell);
+    createFileMenu();
     connect(&nkLogService::the(), &nkLogService::reported, this, &Workbench::showReport);
     auto *assets = new AssetDock(m_window.get());
     m_window->addPanel(assets, assets->action());
@@ -91,33 +96,79 @@ void Workbench::loadPlugins()
 QString Workbench::open(const QString &path)
 {
     QNKViewBase::commitOpenEditors();
-    const SceneFile::Result result = SceneFile::open(path);
-    if (result.isOpen()) {
-        m_source = result.source;
-        m_window->showScene(path);
-        tellImport(path, result.report);
-        m_window->statusBar()->showMessage(
-            QStringLiteral("%1: %2").arg(QFileInfo(path).fileName(), result.report.summary()));
-        if (m_window->isVisible()) {
-            showMetadata();
-        }
-    }
-    return result.error;
+    return m_session->open(path);
 }
 
-void Workbench::tellImport(const QString &path, const interchange::ImportReport &report)
+void Workbench::createFileMenu()
+{
+    m_session = std::make_unique<SceneSession>();
+    m_files = std::make_unique<FileCommands>(m_window.get(), m_session.get());
+    auto *menu = new FileMenu(m_window->fileMenu(), m_session.get(), m_files.get(), m_window.get());
+    connect(menu, &FileMenu::quitRequested, m_window.get(), &QWidget::close);
+    connect(menu, &FileMenu::reportRequested, this, &Workbench::showImportReport);
+    connect(new FileDrops(m_window.get()), &FileDrops::dropped, m_files.get(), &FileCommands::open);
+    m_window->setCloseGuard([this] { return m_files->mayLeave(); });
+    connect(&kernel::Document::the(), &kernel::Document::modifiedChanged, m_window.get(),
+            &QWidget::setWindowModified);
+    connect(m_session.get(), &SceneSession::pathChanged, this, &Workbench::noteFile);
+    connect(m_session.get(), &SceneSession::sceneReplaced, this, &Workbench::showScene);
+}
+
+void Workbench::noteFile(const QString &path)
+{
+    m_window->showScene(path);
+    if (!path.isEmpty() && path != sampleScene()) {
+        RecentFiles::add(path);
+    }
+}
+
+void Workbench::showScene()
+{
+    delete m_importReport;
+    if (!m_session->path().isEmpty()) {
+        tellImport();
+    }
+    if (m_window->isVisible()) {
+        showMetadata();
+        if (hasOddities()) {
+            showImportReport();
+        }
+    }
+}
+
+void Workbench::tellImport() const
 {
     nkLogService &log = nkLogService::the();
-    log.reportInformation(tr("Open Scene"), QStringLiteral("%1: %2").arg(path, report.summary()));
+    const interchange::ImportReport &report = m_session->report();
+    log.reportInformation(tr("Open Scene"),
+                          QStringLiteral("%1: %2").arg(m_session->path(), report.summary()));
     if (!report.isClean()) {
         log.reportInformation(tr("Open Scene"), report.details(importLines));
     }
+    m_window->statusBar()->showMessage(QStringLiteral("%1: %2").arg(m_session->title(), report.summary()));
+}
+
+/// The sample's are on purpose; nobody has to be told.
+bool Workbench::hasOddities() const
+{
+    return !m_session->report().isClean() && m_session->path() != sampleScene();
+}
+
+void Workbench::showImportReport()
+{
+    delete m_importReport;
+    m_importReport = new ImportReportDialog(m_session->report(), m_session->title(), m_window.get());
+    m_importReport->setAttribute(Qt::WA_DeleteOnClose);
+    m_importReport->show();
 }
 
 void Workbench::show()
 {
     m_window->show();
     showMetadata();
+    if (hasOddities()) {
+        showImportReport();
+    }
 }
 
 /// Selects the nodes that carry metadata and has the editor list them, so that a person who opens a file
@@ -132,14 +183,6 @@ void Workbench::showMetadata()
     }
     nkScenegraphService::the().setSelection(nodes);
     Q_EMIT nkInternalUiService::the().requestMetadataEditorSelectionModeInLowerTree();
-}
-
-void Workbench::openOrTell(const QString &path)
-{
-    const QString error = open(path);
-    if (!error.isEmpty()) {
-        nkLogService::the().reportError(tr("Open Scene"), error);
-    }
 }
 
 void Workbench::showReport(int level, const QString &title, const QString &text)

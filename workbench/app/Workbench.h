@@ -2,16 +2,18 @@
 
 #include "PluginLoader.h"
 
-#include "interchange/SceneFile.h"
-
 #include <QObject>
+#include <QPointer>
 #include <QString>
 
 #include <memory>
 
+class FileCommands;
+class ImportReportDialog;
 class MainWindow;
 class MainWindowService;
 class Preferences;
+class SceneSession;
 class TaskProgress;
 
 namespace interchange {
@@ -40,11 +42,16 @@ public:
     static QString sampleScene();
 
     MainWindow *window() const { return m_window.get(); }
+    SceneSession *session() const { return m_session.get(); }
 
 private:
-    static void tellImport(const QString &path, const interchange::ImportReport &report);
+    void createFileMenu();
+    void tellImport() const;
+    void showScene();
     static void showMetadata();
-    void openOrTell(const QString &path);
+    void noteFile(const QString &path);
+    void showImportReport();
+    bool hasOddities() const;
     void showReport(int level, const QString &title, const QString &text);
 
     std::unique_ptr<MainWindow> m_window;
@@ -53,6 +60,7 @@ private:
     std::unique_ptr<interchange::SetFileCodec> m_setCodec;
     std::unique_ptr<TaskProgress> m_progress;
     PluginLoader m_plugins;
-    /// Where the open scene stands in its file; null before the first was opened.
-    std::shared_ptr<const interchange::SceneSource> m_source;
+    std::unique_ptr<SceneSession> m_session;
+    std::unique_ptr<FileCommands> m_files;
+    QPointer<ImportReportDialog> m_importReport;
 };

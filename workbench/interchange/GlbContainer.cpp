@@ -24,6 +24,19 @@ bool GlbContainer::isGlb(const QByteArray &firstBytes)
     return firstBytes.size() >= 4 && wordAt(firstBytes, 0) == Magic;
 }
 
+QByteArray GlbContainer::head(qint64 jsonLength, qint64 restLength)
+{
+    QByteArray bytes(HeaderSize + ChunkHeaderSize, '\0');
+    const qint64 length = bytes.size() + jsonLength + restLength;
+    const quint32 words[] = {Magic, SupportedVersion, quint32(length), quint32(jsonLength), JsonChunk};
+    char *at = bytes.data();
+    for (const quint32 word : words) {
+        qToLittleEndian(word, at);
+        at += sizeof word;
+    }
+    return bytes;
+}
+
 bool GlbContainer::read(QIODevice &device)
 {
     m_json.clear();

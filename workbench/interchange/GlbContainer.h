@@ -27,6 +27,14 @@ public:
     /// Whether a file that starts with these bytes says that it is a binary glTF.
     static bool isGlb(const QByteArray &firstBytes);
 
+    /// The bytes in front of the JSON text of a new file: its header and that of the JSON chunk.
+    /// @param jsonLength of the JSON text with its padding; @param restLength of all chunks behind it, with headers
+    static QByteArray head(qint64 jsonLength, qint64 restLength);
+    /// The blanks that a JSON text of this length needs behind it.
+    static int paddingFor(qint64 jsonLength) { return int((4 - jsonLength % 4) % 4); }
+    /// Bytes that a file can have at most: its length is told in 32 bits.
+    static constexpr qint64 LargestFile = 0xffffffff;
+
     /// Reads header, chunk headers and JSON text from the start of `device`, which must be open and able to
     /// seek. False when something is wrong; error() then says what and at which byte, json() is empty.
     bool read(QIODevice &device);

@@ -1,7 +1,7 @@
 #include <interchange/GltfReader.h>
 
 #include <interchange/GltfHierarchy.h>
-#include <interchange/JsonPath.h>
+#include <interchange/OtherExtras.h>
 
 namespace interchange {
 
@@ -82,12 +82,20 @@ GltfReader::GltfReader(const GltfLimits &limits) : m_limits(limits) {}
 
 bool GltfReader::read(const QByteArray &json, GltfScene &scene)
 {
+    JsonTree tree;
+    return read(json, scene, tree);
+}
+
+bool GltfReader::read(const QByteArray &json, GltfScene &scene, JsonTree &tree)
+{
     m_scene = GltfScene();
     m_check = GltfCheck();
     m_error = SceneError();
-    JsonTree tree;
+    m_isCancelled = false;
     JsonReader reader(m_limits.json);
+    reader.setGoOn(m_goOn);
     if (!reader.read(json, tree)) {
+        m_isCancelled = reader.error().code == JsonErrorCode::Cancelled;
         m_error = SceneError::atJson(reader.error());
         return false;
     }
@@ -116,7 +124,7 @@ bool GltfReader::readRoot(const JsonValue &value)
                       && readNodes(root.nodes, meshCount) && readMaterials(root.materials)
                       && readScenes(root.scenes, root.scene) && resolveHierarchy(root.nodes);
     if (read)
-        reportOtherExtras(value);
+        reportOtherExtras(value, m_scene.report);
     return read;
 }
 
@@ -249,6 +257,7 @@ void GltfReader::nameNode(const QString &name, quint32 index)
 {
     SceneNode &node = m_scene.nodes[index];
     node.name = name;
+    node.isNamed = !name.isEmpty();
     if (node.name.isEmpty() && node.kind == SceneNodeKind::Camera)
         node.name = m_scene.cameras[size_t(node.camera)].name;
     if (node.name.isEmpty() && node.kind == SceneNodeKind::Light)
@@ -273,7 +282,8 @@ bool GltfReader::readMaterials(const JsonValue &materials)
             return false;
         SceneMaterial material;
         material.name = textOf(name);
-        if (material.name.isEmpty())
+        material.isNamed = !material.name.isEmpty();
+        if (!material.isNamed)
             material.name = tr("Material %1").arg(index);
         material.span = value.span();
         material.extrasSpan = spanOf(extras);
@@ -321,29 +331,6 @@ bool GltfReader::resolveHierarchy(const JsonValue &nodes)
     const JsonValue children =
         childAt(nodes, static_cast<quint32>(fault.node)).find(QLatin1String("children"));
     return m_check.fail(childAt(children, fault.position), fault.reason);
-}
-
-/// Names the extras that become no entries because nothing in the scene carries them: those of the asset, and those
-/// of everything that stands in a list of its own, meshes and scenes for instance.
-void GltfReader::reportOtherExtras(const JsonValue &root)
-{
-    for (const JsonValue member : root.children()) {
-        const QString key = member.key();
-        if (key == NodesKey || key == MaterialsKey)
-            continue;
-        if (member.isObject() && key != ExtrasKeyword && member.find(ExtrasKeyword).isPresent())
-            m_scene.report.addUntouched(JsonPath().append(key).append(ExtrasKeyword).text(),
-                                        ImportReason::OtherOwner);
-        if (!member.isArray())
-            continue;
-        quint32 index = 0;
-        for (const JsonValue element : member.children()) {
-            if (element.find(ExtrasKeyword).isPresent())
-                m_scene.report.addUntouched(JsonPath().append(key).append(index).append(ExtrasKeyword).text(),
-                                            ImportReason::OtherOwner);
-            ++index;
-        }
-    }
 }
 
 } // namespace interchange

@@ -36,6 +36,13 @@ public:
     /// Reads `json` into `scene`, whose spans count in `json`. False when something is wrong: error() says what
     /// and where, and `scene` is as it was.
     bool read(const QByteArray &json, GltfScene &scene);
+    /// The same, and keeps the values of the text.
+    bool read(const QByteArray &json, GltfScene &scene, JsonTree &tree);
+
+    /// Asked again and again while a long text is read, with the share that has been read; false ends the
+    /// reading with isCancelled().
+    void setGoOn(const JsonGoOn &goOn) { m_goOn = goOn; }
+    bool isCancelled() const { return m_isCancelled; }
 
     const SceneError &error() const { return m_error; }
 
@@ -55,12 +62,13 @@ private:
     bool readScene(const JsonValue &scene);
     bool resolveHierarchy(const JsonValue &nodes);
     void nameNode(const QString &name, quint32 index);
-    void reportOtherExtras(const JsonValue &root);
 
     GltfLimits m_limits;
     GltfScene m_scene;
     GltfCheck m_check;
     SceneError m_error;
+    JsonGoOn m_goOn;
+    bool m_isCancelled = false;
     ExtrasReader *m_extras = nullptr; ///< lives during one read()
 };
 

@@ -23,15 +23,17 @@ struct SceneNode
     qint32 light = -1;
     qint32 mesh = -1; ///< index in the file's `meshes`
     SceneNodeKind kind = SceneNodeKind::Node;
-    IndexRange entries;  ///< in GltfScene::entries
-    JsonSpan span;       ///< the whole node object
-    JsonSpan extrasSpan; ///< the value of `extras`, whatever it is; empty when there is none
+    bool isNamed = false; ///< the name is the node's own in the file
+    IndexRange entries;   ///< in GltfScene::entries
+    JsonSpan span;        ///< the whole node object
+    JsonSpan extrasSpan;  ///< the value of `extras`, whatever it is; empty when there is none
 };
 
 /// A material of a scene file.
 struct SceneMaterial
 {
-    QString name; ///< as in the file; "Material 3" by its index where there is none
+    QString name;         ///< as in the file; "Material 3" by its index where there is none
+    bool isNamed = false; ///< the name is the material's own in the file
     IndexRange entries;
     JsonSpan span;
     JsonSpan extrasSpan;

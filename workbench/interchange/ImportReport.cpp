@@ -29,24 +29,38 @@ QString ImportReport::text(ImportReason reason)
         return tr("extras of something that carries no metadata here");
     case ImportReason::RootHasParent:
         return tr("a root of a scene that is also a child, shown below its parent");
+    case ImportReason::ChangedElsewhere:
+        return tr("another program has changed it, and its value counts");
+    case ImportReason::GoneElsewhere:
+        return tr("another program has removed it");
+    case ImportReason::ForeignAnnex:
+        return tr("sets and assignments cannot be read here and stay as they are");
+    case ImportReason::UnknownObject:
+        return tr("its sets and types belong to an object that is not in the file any more");
     }
     return QString();
 }
 
+QString ImportReport::text(const Item &item)
+{
+    return item.detail.isEmpty() ? text(item.reason) : tr("%1: %2").arg(text(item.reason), item.detail);
+}
+
 QString ImportReport::summary() const
 {
-    return tr("%1 entries read as they are, %2 converted, %3 left untouched in the file")
-        .arg(QString::number(m_keptCount), QString::number(m_converted.size()),
-             QString::number(m_untouched.size()));
+    const QString text = tr("%1 entries read as they are, %2 converted, %3 left untouched in the file")
+                             .arg(QString::number(m_keptCount), QString::number(m_converted.size()),
+                                  QString::number(m_untouched.size()));
+    return m_refused.isEmpty() ? text : tr("%1, %2 refused").arg(text).arg(m_refused.size());
 }
 
 QString ImportReport::details(int limit) const
 {
-    QVector<Item> items = m_converted + m_untouched + m_notes;
+    QVector<Item> items = m_refused + m_converted + m_untouched + m_notes;
     const int shown = std::min(std::max(limit, 0), items.size());
     QStringList lines;
     for (int i = 0; i < shown; ++i)
-        lines.append(tr("%1: %2").arg(items.at(i).path, text(items.at(i).reason)));
+        lines.append(tr("%1: %2").arg(items.at(i).path, text(items.at(i))));
     if (shown < items.size())
         lines.append(tr("and %1 more").arg(items.size() - shown));
     return lines.join(QLatin1Char('\n'));

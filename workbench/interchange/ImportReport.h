@@ -17,7 +17,11 @@ enum class ImportReason : quint8 {
     ObjectInArray,    ///< untouched: an array that holds objects
     HiddenByLaterKey, ///< untouched: a later member of the object has the same key
     OtherOwner,       ///< untouched: extras of something that carries no metadata here (a mesh, a scene…)
-    RootHasParent     ///< a scene names a node as root that has a parent; it is shown below its parent
+    RootHasParent,    ///< a scene names a node as root that has a parent; it is shown below its parent
+    ChangedElsewhere, ///< converted: another program has changed an entry that the annex knows; its value counts
+    GoneElsewhere,    ///< refused: another program has removed the place of an entry that the annex knows
+    ForeignAnnex,     ///< refused: what stands in the annex's place cannot be read; it stays in the file
+    UnknownObject     ///< refused: the annex speaks of an object that the file does not have (any more)
 };
 
 /// What came of the metadata of a file: how many entries were read as they stand, which values were converted,
@@ -31,13 +35,18 @@ public:
     {
         QString path; ///< JSON path of the value
         ImportReason reason;
+        QString detail; ///< what exactly; mostly empty
     };
 
     /// Counts an entry whose value says exactly what the file says.
     void addKept() { ++m_keptCount; }
-    void addConverted(const QString &path, ImportReason reason) { m_converted.append({path, reason}); }
-    void addUntouched(const QString &path, ImportReason reason) { m_untouched.append({path, reason}); }
-    void addNote(const QString &path, ImportReason reason) { m_notes.append({path, reason}); }
+    void addConverted(const QString &path, ImportReason reason) { m_converted.append({path, reason, {}}); }
+    void addUntouched(const QString &path, ImportReason reason) { m_untouched.append({path, reason, {}}); }
+    void addNote(const QString &path, ImportReason reason) { m_notes.append({path, reason, {}}); }
+    void addRefused(const QString &path, ImportReason reason, const QString &detail = QString())
+    {
+        m_refused.append({path, reason, detail});
+    }
 
     /// Entries read without any change of meaning; each knows its place itself (ExtrasEntry, JSON path by key).
     int keptCount() const { return m_keptCount; }
@@ -48,11 +57,19 @@ public:
     /// Oddities of the scene itself that were read around.
     const QVector<Item> &notes() const { return m_notes; }
 
-    bool isClean() const { return m_converted.isEmpty() && m_untouched.isEmpty() && m_notes.isEmpty(); }
+    /// What was not taken in although it speaks of metadata.
+    const QVector<Item> &refused() const { return m_refused; }
+
+    bool isClean() const
+    {
+        return m_converted.isEmpty() && m_untouched.isEmpty() && m_notes.isEmpty() && m_refused.isEmpty();
+    }
 
     /// The reason as a clause for people.
     static QString text(ImportReason reason);
-    /// "3 entries read, 1 converted, 2 left untouched in the file".
+    /// The reason of an item, with what exactly.
+    static QString text(const Item &item);
+    /// "3 entries read, 1 converted, 2 left untouched in the file"; refusals only where there are any.
     QString summary() const;
     /// One line an item, path and reason, at most `limit` lines; a last line says how many more there are.
     QString details(int limit) const;
@@ -62,6 +79,7 @@ private:
     QVector<Item> m_converted;
     QVector<Item> m_untouched;
     QVector<Item> m_notes;
+    QVector<Item> m_refused;
 };
 
 } // namespace interchange

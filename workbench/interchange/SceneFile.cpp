@@ -1,8 +1,15 @@
 #include <interchange/SceneFile.h>
 
 #include <interchange/GlbContainer.h>
+#include <interchange/GltfAnnexMaker.h>
+#include <interchange/GltfAnnexReader.h>
+#include <interchange/GltfAnnexText.h>
 #include <interchange/GltfReader.h>
+#include <interchange/JsonPath.h>
 #include <interchange/SceneImporter.h>
+#include <interchange/SceneSaver.h>
+
+#include <kernel/services/Progress.h>
 
 #include <QDir>
 #include <QFile>
@@ -29,6 +36,18 @@ bool mayBeJsonObject(const QByteArray &firstBytes)
     return at == firstBytes.size() || firstBytes.at(at) == '{';
 }
 
+/// Formats of scenes that are known, and not read.
+bool isOtherFormat(const QString &suffix)
+{
+    static const QStringList known{QStringLiteral("3ds"),  QStringLiteral("3mf"),  QStringLiteral("abc"),
+                                   QStringLiteral("dae"),  QStringLiteral("fbx"),  QStringLiteral("ifc"),
+                                   QStringLiteral("iges"), QStringLiteral("obj"),  QStringLiteral("ply"),
+                                   QStringLiteral("step"), QStringLiteral("stl"),  QStringLiteral("stp"),
+                                   QStringLiteral("usd"),  QStringLiteral("usda"), QStringLiteral("usdz"),
+                                   QStringLiteral("wrl"),  QStringLiteral("x"),    QStringLiteral("x3d")};
+    return known.contains(suffix, Qt::CaseInsensitive);
+}
+
 bool isUtf16(const QByteArray &firstBytes)
 {
     return firstBytes.startsWith("\xff\xfe") || firstBytes.startsWith("\xfe\xff");
@@ -49,30 +68,70 @@ SceneFile::Result SceneFile::open(const QString &path)
 SceneFile::Result SceneFile::open()
 {
     Result result;
-    if (read() && !SceneImporter(m_scene, *m_source).import())
+    kernel::Progress progress(tr("Opening “%1”").arg(QFileInfo(m_source->filePath).fileName()));
+    if (read(progress) && !SceneImporter(m_scene, m_annex, *m_source).import())
         failFile(tr("a change to the present scene is not finished"),
                  tr("finish it and open the file again"));
+    result.isCancelled = m_isCancelled;
+    if (m_isCancelled)
+        return result;
     if (m_error.isSet()) {
         result.error = m_error.message(QDir::toNativeSeparators(m_source->filePath));
         return result;
     }
+    noteAnnex();
     result.report = m_scene.report;
     result.source = m_source;
     return result;
 }
 
-bool SceneFile::read()
+bool SceneFile::read(kernel::Progress &progress)
 {
     QByteArray json;
     if (!readJson(json))
         return false;
     m_source->jsonLength = json.size();
+    m_source->json = json;
     GltfReader reader;
-    if (reader.read(json, m_scene))
+    reader.setGoOn([&progress](double share) { return progress.advance(share); });
+    if (reader.read(json, m_scene)) {
+        readAnnex();
         return true;
+    }
+    m_isCancelled = reader.isCancelled();
+    if (m_isCancelled)
+        return false;
     SceneError error = reader.error();
     error.shift(m_source->jsonOffset);
     return fail(error);
+}
+
+void SceneFile::readAnnex()
+{
+    const JsonSpan &extras = m_scene.rootExtrasSpan;
+    GltfAnnexReader reader;
+    m_source->isAnnexForeign = !reader.read(m_source->json.mid(int(extras.offset), int(extras.length)),
+                                            m_annex);
+    if (m_source->isAnnexForeign)
+        m_scene.report.addRefused(
+            JsonPath().append(QStringLiteral("extras")).append(QString(GltfAnnex::Member)).text(),
+            ImportReason::ForeignAnnex, reader.error());
+}
+
+/// What the annex would be now: what it says of things that are not in the file any more, for instance, is missing.
+void SceneFile::noteAnnex()
+{
+    if (!m_annex.isEmpty()) {
+        const GltfAnnex annex = GltfAnnexMaker(m_scene, *m_source, nullptr).make();
+        m_source->annex = annex.isEmpty() ? QByteArray() : textOfAnnex(annex);
+    }
+}
+
+SceneFile::Saved SceneFile::save(const QString &path, const std::shared_ptr<const SceneSource> &source,
+                                 IfChanged ifChanged)
+{
+    const auto from = source ? source : SceneSource::blank();
+    return SceneSaver(QFileInfo(path).absoluteFilePath(), *from).save(ifChanged);
 }
 
 bool SceneFile::readJson(QByteArray &json)
@@ -93,6 +152,9 @@ bool SceneFile::readJson(QByteArray &json)
         return readBinary(file, json);
     if (isUtf16(firstBytes))
         return failFile(tr("its text is UTF-16, and glTF is UTF-8"), tr("export it again as UTF-8"));
+    if (!mayBeJsonObject(firstBytes) && isOtherFormat(info.suffix()))
+        return failFile(tr("scenes of the kind “.%1” cannot be opened yet").arg(info.suffix().toLower()),
+                        tr("export it as glTF (.gltf or .glb) and open that"));
     if (!mayBeJsonObject(firstBytes))
         return failFile(tr("it is no glTF scene: it begins neither with “glTF” nor with “{”"),
                         tr("choose a .gltf or .glb file"));
@@ -106,6 +168,13 @@ bool SceneFile::readBinary(QFile &file, QByteArray &json)
         return fail(container.error());
     m_source->jsonOffset = container.jsonOffset();
     json = container.json();
+    m_source->hash = FileHash::of(file);
+    m_source->restOffset = container.jsonOffset() + container.jsonChunkLength();
+    m_source->restHash = FileHash::of(file, m_source->restOffset);
+    m_source->original = std::make_shared<QFile>(m_source->filePath);
+    if (!m_source->original->open(QIODevice::ReadOnly))
+        return failFile(tr("it cannot be read (%1)").arg(m_source->original->errorString()),
+                        tr("check who may read it"));
     return true;
 }
 
@@ -116,6 +185,7 @@ bool SceneFile::readText(QFile &file, QByteArray &json)
     json = file.readAll();
     if (file.error() != QFileDevice::NoError)
         return failFile(tr("it cannot be read to its end (%1)").arg(file.errorString()), tr("copy it again"));
+    m_source->hash = FileHash::of({json.constData(), size_t(json.size())});
     return true;
 }
 

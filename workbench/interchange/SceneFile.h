@@ -1,10 +1,12 @@
 #pragma once
 
+#include <interchange/GltfAnnex.h>
 #include <interchange/GltfScene.h>
 #include <interchange/SceneError.h>
 #include <interchange/SceneSource.h>
 
 #include <QCoreApplication>
+#include <QStringList>
 
 #include <memory>
 
@@ -12,7 +14,11 @@ QT_BEGIN_NAMESPACE
 class QFile;
 QT_END_NAMESPACE
 
-/// Opening scene files: the door through which the rest of the workbench comes to this room.
+namespace kernel {
+class Progress;
+} // namespace kernel
+
+/// Opening and saving scene files: the door through which the rest of the workbench comes to this room.
 class SceneFile
 {
     Q_DECLARE_TR_FUNCTIONS(SceneFile)
@@ -27,8 +33,31 @@ public:
         /// Where everything stands in the file, for saving; null on failure.
         std::shared_ptr<const interchange::SceneSource> source;
 
-        bool isOpen() const { return error.isEmpty(); }
+        /// The person ended it; nothing has changed. Without an error.
+        bool isCancelled = false;
+
+        bool isOpen() const { return error.isEmpty() && !isCancelled; }
     };
+
+    struct Saved
+    {
+        enum Outcome {
+            Done,
+            Failed,          ///< the file is what it was
+            Cancelled,       ///< by the person; the file is what it was
+            ChangedElsewhere ///< somebody else has changed the file since it was read; it is what they made it
+        };
+        Outcome outcome = Failed;
+        /// One sentence that says what failed, where, and what to do; with Done, what is to be known all the same.
+        QString error;
+        /// Where everything stands in the file now; null unless it was saved.
+        std::shared_ptr<const interchange::SceneSource> source;
+        /// Files beside the old one that the scene refers to and that do not go with it into another folder.
+        QStringList leftBehind;
+    };
+
+    /// What to do with a file that somebody else has changed since it was read.
+    enum class IfChanged { Refuse, Overwrite };
 
     /// Opens a glTF 2.0 scene, text (.gltf) or binary (.glb), told apart by content, in place of the present scene.
     /// The whole file is read and checked before the document is touched: where anything is wrong, the scene that was
@@ -36,11 +65,21 @@ public:
     /// @param path absolute, or relative to the working directory
     static Result open(const QString &path);
 
+    /// Writes the open scene to a file: the text it was read from with the changes that were made since, and not a
+    /// byte else. The file is replaced in one go once all of it is on the disk and was read back.
+    /// @param path absolute; another one than the source's is a copy, which takes the place of whatever is there. A
+    ///        name that ends in ".glb" makes a binary file; one that does not keeps the kind of the source
+    /// @param source where the scene was opened from or saved to last; null for a scene without a file
+    static Saved save(const QString &path, const std::shared_ptr<const interchange::SceneSource> &source,
+                      IfChanged ifChanged = IfChanged::Refuse);
+
 private:
     explicit SceneFile(const QString &path);
 
     Result open();
-    bool read();
+    bool read(kernel::Progress &progress);
+    void readAnnex();
+    void noteAnnex();
     bool readJson(QByteArray &json);
     bool readBinary(QFile &file, QByteArray &json);
     bool readText(QFile &file, QByteArray &json);
@@ -48,6 +87,8 @@ private:
     bool failFile(const QString &reason, const QString &advice);
 
     interchange::GltfScene m_scene;
+    interchange::GltfAnnex m_annex;
+    bool m_isCancelled = false;
     interchange::SceneError m_error;
     std::shared_ptr<interchange::SceneSource> m_source;
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <interchange/GltfAnnex.h>
 #include <interchange/GltfScene.h>
 #include <interchange/SceneSource.h>
 
@@ -10,13 +11,13 @@
 namespace interchange {
 
 /// Makes the document out of a scene that was read: one object a node and a material, in the order of the scene, and
-/// their entries in their object sets. Meshes, cameras and lights as such are no objects; the nodes that carry them
-/// are.
+/// their entries in their object sets; then what its annex adds, sets and assignments for instance. Meshes, cameras
+/// and lights as such are no objects; the nodes that carry them are.
 class SceneImporter
 {
 public:
-    /// Both must outlive the importer.
-    SceneImporter(const GltfScene &scene, SceneSource &source);
+    /// All must outlive the importer. The scene's report is continued.
+    SceneImporter(GltfScene &scene, const GltfAnnex &annex, SceneSource &source);
 
     /// Puts the scene in the place of the present one, in one go and not undoable, and notes in the source where
     /// each object and entry stands in the file. False when the document refuses, as it does while a change is being
@@ -24,15 +25,32 @@ public:
     bool import();
 
 private:
-    bool addNodes(kernel::DocumentLoader &loader);
-    bool addNode(kernel::DocumentLoader &loader, qint32 index, quint64 parentId);
-    bool addMaterials(kernel::DocumentLoader &loader);
-    bool addEntries(kernel::DocumentLoader &loader, quint64 objectId, const IndexRange &range);
-    static quint64 addEntry(kernel::DocumentLoader &loader, quint64 setId, const ExtrasEntry &entry);
+    using Loader = kernel::DocumentLoader;
 
-    const GltfScene &m_scene;
+    void findAnnexObjects();
+    qint64 indexOf(const GltfAnnex::Object &object) const;
+    bool addNodes(Loader &loader);
+    bool addNode(Loader &loader, qint32 index, quint64 parentId);
+    bool addMaterials(Loader &loader);
+    bool addContent(Loader &loader, quint64 objectId, const IndexRange &range,
+                    const GltfAnnex::Object *annex);
+    bool addPlain(Loader &loader, quint64 setId, quint32 entry, const QString &key);
+    bool addOwn(Loader &loader, quint64 setId, const IndexRange &range, const GltfAnnex::Object &annex);
+    bool addOwnEntry(Loader &loader, quint64 setId, const kernel::EntryCopy &entry, qint64 place);
+    void addSets(Loader &loader);
+    void note(quint64 id, const ExtrasEntry *entry, const QString &key);
+    const GltfAnnex::Object *annexOf(bool isMaterial, quint32 index) const;
+    QString annexPath(size_t object) const;
+    static quint64 add(Loader &loader, quint64 setId, const QString &key, const ExtrasEntry &entry);
+    static quint64 add(Loader &loader, quint64 setId, const kernel::EntryCopy &entry);
+
+    GltfScene &m_scene;
+    const GltfAnnex &m_annex;
     SceneSource &m_source;
     std::vector<quint64> m_nodeIds; ///< by the node's index; 0 before it was added
+    std::vector<quint64> m_materialIds;
+    QHash<quint32, quint32> m_annexOfNode; ///< from the index in the file to the place in the annex
+    QHash<quint32, quint32> m_annexOfMaterial;
 };
 
 } // namespace interchange

@@ -1,31 +1,9 @@
 #include <interchange/SceneSource.h>
 
 #include <algorithm>
+#include <numeric>
 
 namespace interchange {
-
-namespace {
-
-/// Ids are given out in ascending order, so this nearly always appends.
-template <typename Origin>
-void insert(std::vector<Origin> &origins, const Origin &origin)
-{
-    const auto less = [](const Origin &a, const Origin &b) { return a.id < b.id; };
-    if (origins.empty() || origins.back().id < origin.id)
-        origins.push_back(origin);
-    else
-        origins.insert(std::upper_bound(origins.begin(), origins.end(), origin, less), origin);
-}
-
-template <typename Origin>
-const Origin *find(const std::vector<Origin> &origins, quint64 id)
-{
-    const auto less = [](const Origin &origin, quint64 wanted) { return origin.id < wanted; };
-    const auto found = std::lower_bound(origins.begin(), origins.end(), id, less);
-    return found != origins.end() && found->id == id ? &*found : nullptr;
-}
-
-} // namespace
 
 void SceneSource::reserve(size_t objectCount, size_t entryCount)
 {
@@ -35,22 +13,43 @@ void SceneSource::reserve(size_t objectCount, size_t entryCount)
 
 void SceneSource::add(const ObjectOrigin &origin)
 {
-    insert(m_objects, origin);
+    m_objects.push_back(origin);
+    m_objects.back().entries = {quint32(m_entries.size()), 0};
 }
 
 void SceneSource::add(const EntryOrigin &origin)
 {
-    insert(m_entries, origin);
+    m_entries.push_back(origin);
+    ++m_objects.back().entries.count;
+    m_byId.clear();
 }
 
 const SceneSource::ObjectOrigin *SceneSource::object(quint64 id) const
 {
-    return find(m_objects, id);
+    const auto less = [](const ObjectOrigin &origin, quint64 wanted) { return origin.id < wanted; };
+    const auto found = std::lower_bound(m_objects.begin(), m_objects.end(), id, less);
+    return found != m_objects.end() && found->id == id ? &*found : nullptr;
 }
 
 const SceneSource::EntryOrigin *SceneSource::entry(quint64 id) const
 {
-    return find(m_entries, id);
+    if (m_byId.empty()) {
+        m_byId.resize(m_entries.size());
+        std::iota(m_byId.begin(), m_byId.end(), 0u);
+        std::sort(m_byId.begin(), m_byId.end(),
+                  [this](quint32 a, quint32 b) { return m_entries[a].id < m_entries[b].id; });
+    }
+    const auto less = [this](quint32 place, quint64 wanted) { return m_entries[place].id < wanted; };
+    const auto found = std::lower_bound(m_byId.begin(), m_byId.end(), id, less);
+    return found != m_byId.end() && m_entries[*found].id == id ? &m_entries[*found] : nullptr;
+}
+
+std::shared_ptr<SceneSource> SceneSource::blank()
+{
+    auto source = std::make_shared<SceneSource>();
+    source->json = QByteArrayLiteral("{\n  \"asset\": {\"version\": \"2.0\"}\n}\n");
+    source->jsonLength = source->json.size();
+    return source;
 }
 
 } // namespace interchange

@@ -1,10 +1,18 @@
 #pragma once
 
+#include <interchange/ExtrasEntry.h>
+#include <interchange/FileHash.h>
 #include <interchange/JsonSpan.h>
 
+#include <QByteArray>
 #include <QString>
 
+#include <memory>
 #include <vector>
+
+QT_BEGIN_NAMESPACE
+class QFile;
+QT_END_NAMESPACE
 
 namespace interchange {
 
@@ -26,6 +34,8 @@ public:
         List list = List::Nodes;
         JsonSpan span;       ///< the whole JSON object
         JsonSpan extrasSpan; ///< the value of its `extras`; empty when it has none
+        QString name;        ///< the object's name when it was read
+        IndexRange entries;  ///< those of its own set, in entries()
     };
 
     struct EntryOrigin
@@ -35,11 +45,15 @@ public:
         JsonSpan valueSpan;
         /// The value stands inside nested objects: the entry's key was an ExtrasKey path key when it was read.
         bool isPath = false;
+        QString key; ///< the entry's key when it was read
+
+        /// False for an entry that stands in the annex alone; its spans are empty then.
+        bool isInExtras() const { return !valueSpan.isEmpty(); }
 
         JsonSpan memberSpan() const { return {memberOffset, valueSpan.end() - memberOffset}; }
     };
 
-    /// Absolute path of the file.
+    /// Absolute path of the file; empty for a scene that was never in one.
     QString filePath;
     /// Whether the JSON text stands in the frame of a binary file.
     bool isBinary = false;
@@ -48,13 +62,40 @@ public:
     qint64 jsonLength = 0;
     JsonSpan rootSpan;       ///< the outermost JSON object
     JsonSpan rootExtrasSpan; ///< the value of its `extras`; empty when it has none
+    /// The JSON text, shared with whoever reads it. What is saved is this text with changes.
+    QByteArray json;
+
+    /// What the annex of the scene (see GltfAnnex) would be if it were written now that the scene has been read: as
+    /// long as it stays this, the one in the file is left as it is. Empty where there is none to write.
+    QByteArray annex;
+    /// Something stands in the annex's place that is none, or none that this program can read.
+    bool isAnnexForeign = false;
+
+    /// The content of the file when it was read: as long as it hashes to this, nobody else has changed it.
+    FileHash hash;
+    /// In binary files, everything behind the JSON chunk.
+    FileHash restHash;
+    qint64 restOffset = 0;
+    /// The file as it was read, held open: its geometry can be copied from here also when the file has been
+    /// replaced or removed. Null for text.
+    std::shared_ptr<QFile> original;
 
     void reserve(size_t objectCount, size_t entryCount);
+    /// The next object; ids ascend.
     void add(const ObjectOrigin &origin);
+    /// An entry of the object that was added last.
     void add(const EntryOrigin &origin);
 
+    /// A scene without a file: a JSON text with nothing in it.
+    static std::shared_ptr<SceneSource> blank();
+
+    /// All objects in order of their ids.
+    const std::vector<ObjectOrigin> &objects() const { return m_objects; }
+    /// All entries, object after object, those of one object in order of their ids.
+    const std::vector<EntryOrigin> &entries() const { return m_entries; }
+
     /// Where the object with this id stands in the file; nothing for objects that were not read from it. Takes
-    /// logarithmic time, as entry() does. The pointer is good until the next add().
+    /// logarithmic time, as entry() mostly does. The pointer is good until the next add().
     const ObjectOrigin *object(quint64 id) const;
     const EntryOrigin *entry(quint64 id) const;
 
@@ -62,8 +103,10 @@ public:
     int entryCount() const { return static_cast<int>(m_entries.size()); }
 
 private:
-    std::vector<ObjectOrigin> m_objects; ///< both ordered by id
+    std::vector<ObjectOrigin> m_objects;
     std::vector<EntryOrigin> m_entries;
+    /// Places in m_entries, ordered by id; made when it is first asked for.
+    mutable std::vector<quint32> m_byId;
 };
 
 } // namespace interchange

@@ -189,6 +189,19 @@ QList<quint64> Document::objectsWithMetadata(nkObjectType kind) const
     return m_store->idsOf(objects);
 }
 
+QVector<Document::Assignment> Document::assignments() const
+{
+    QVector<Assignment> assignments;
+    for (LinkIndex index = 0; index < m_store->linkCount(); ++index) {
+        const AssignmentLink &link = m_store->link(index);
+        // Links that are undone, or whose set or object is, lie there too.
+        if (m_store->findLink(link.set, link.object) == index) {
+            assignments.append({m_store->idOf(link.set), m_store->idOf(link.object)});
+        }
+    }
+    return assignments;
+}
+
 int Document::objectCount() const
 {
     return m_store->objectCount();

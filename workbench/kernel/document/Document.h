@@ -8,6 +8,7 @@
 #include <QList>
 #include <QObject>
 #include <QString>
+#include <QVector>
 
 #include <memory>
 
@@ -99,6 +100,15 @@ public:
     QList<quint64> objects(nkObjectType kind) const;
     /// Those of objects(kind) that have own entries or assigned sets.
     QList<quint64> objectsWithMetadata(nkObjectType kind) const;
+    /// A shared set that is assigned to an object, by their ids.
+    struct Assignment
+    {
+        quint64 setId;
+        quint64 objectId;
+    };
+    /// Every assignment of the scene, in the order in which they were made: assigning them anew in this order
+    /// gives every set its objects and every object its sets in the same order.
+    QVector<Assignment> assignments() const;
     /// Number of living scene objects of all kinds.
     int objectCount() const;
 

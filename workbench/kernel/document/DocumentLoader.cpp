@@ -99,6 +99,50 @@ quint64 DocumentLoader::objectSet(quint64 objectId) const
     return object ? m_target->idOf(object->objectSet) : 0;
 }
 
+SetRecord *DocumentLoader::freshSet(quint64 setId) const
+{
+    const Slot set = m_target && m_mode == Mode::Replace ? m_target->setSlot(setId) : NoSlot;
+    return set == NoSlot ? nullptr : &m_target->set(set);
+}
+
+bool DocumentLoader::setColor(quint64 setId, const QColor &color)
+{
+    SetRecord *const set = freshSet(setId);
+    if (!set || !color.isValid()) {
+        return false;
+    }
+    set->color = color;
+    return true;
+}
+
+bool DocumentLoader::lockSet(quint64 setId)
+{
+    SetRecord *const set = freshSet(setId);
+    if (set) {
+        set->locked = true;
+    }
+    return set != nullptr;
+}
+
+bool DocumentLoader::lockObject(quint64 objectId)
+{
+    const Slot object = m_target && m_mode == Mode::Replace ? m_target->objectSlot(objectId) : NoSlot;
+    if (object != NoSlot) {
+        m_target->object(object).locked = true;
+    }
+    return object != NoSlot;
+}
+
+bool DocumentLoader::setAsset(quint64 setId, AssetState state, const QString &assetId)
+{
+    SetRecord *const set = freshSet(setId);
+    if (!set || set->owner != NoSlot) {
+        return false;
+    }
+    set->asset = {state, state == AssetState::None ? QString() : assetId};
+    return true;
+}
+
 quint64 DocumentLoader::addEntry(quint64 setId, const QString &key, nkMetadataTypes::ValueType type,
                                  const QVariant &value)
 {

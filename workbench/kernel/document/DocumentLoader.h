@@ -1,5 +1,7 @@
 #pragma once
 
+#include "AssetState.h"
+
 #include <nkKernelServices/nkKernelServicesExport.h>
 #include <nkKernelServices/nkMetadataTypes.h>
 #include <nkKernelServices/nkObjectType.h>
@@ -14,6 +16,7 @@ namespace kernel {
 
 class EntryValue;
 class Store;
+struct SetRecord;
 enum class ChangeKind : quint8;
 
 /// Fills the document from a file, fast: no undo steps and no announcements while it works. commit() makes
@@ -48,6 +51,17 @@ public:
     /// The object's own set; it exists as soon as its object does.
     quint64 objectSet(quint64 objectId) const;
 
+    // What is not as it is at birth, in Replace mode only; false where the id names nothing of the kind.
+
+    /// Gives any set another colour; an invalid one is refused.
+    bool setColor(quint64 setId, const QColor &color);
+    /// Locks any set. Entries can still be loaded into it.
+    bool lockSet(quint64 setId);
+    /// Locks a scene object.
+    bool lockObject(quint64 objectId);
+    /// Gives a shared set its asset state; see Document::setAssetState.
+    bool setAsset(quint64 setId, AssetState state, const QString &assetId);
+
     /// An entry at the end of the set.
     /// @param key made unique in the set; empty: "Key", made unique
     /// @param type 0..7
@@ -71,6 +85,8 @@ public:
 
 private:
     quint64 add(quint64 setId, const QString &key, EntryValue value);
+    /// The record of a set of the scene to be; null in Add mode and where there is none.
+    SetRecord *freshSet(quint64 setId) const;
     void appear(ChangeKind kind, quint32 slotOrLink);
 
     const Mode m_mode;

@@ -110,11 +110,16 @@ Slot Store::addObject(nkObjectType type, const QString &name, Slot parent)
     return slot;
 }
 
+QColor Store::newSetColor()
+{
+    return QColor(NewSetColor);
+}
+
 Slot Store::addSet(const QString &name, const QColor &color)
 {
     SetRecord record;
     record.name = name;
-    record.color = color.isValid() ? color : QColor(NewSetColor);
+    record.color = color.isValid() ? color : newSetColor();
     return m_directory.add(SlotDirectory::Kind::Set, m_sets.append(std::move(record)));
 }
 

@@ -91,6 +91,8 @@ public:
 
     // Making records; absent at first -------------------------------------------------------------------
 
+    /// The colour of sets that nobody has coloured.
+    static QColor newSetColor();
     /// An object and, in the next slot, its object set.
     Slot addObject(nkObjectType type, const QString &name, Slot parent);
     Slot addSet(const QString &name, const QColor &color);

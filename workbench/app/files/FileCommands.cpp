@@ -1,0 +1,150 @@
+#include "FileCommands.h"
+
+#include "FileQuestions.h"
+#include "MainWindow.h"
+#include "RecentFiles.h"
+#include "SceneSession.h"
+
+#include <nkKernelServices/nkLogService.h>
+#include <nkQt4Ext/QNKViewBase.h>
+
+#include <QDir>
+#include <QFileInfo>
+#include <QStandardPaths>
+#include <QStatusBar>
+
+using FileQuestions::Answer;
+
+FileCommands::FileCommands(MainWindow *window, SceneSession *session, QObject *parent)
+    : QObject(parent), m_window(window), m_session(session)
+{}
+
+void FileCommands::open(const QString &path)
+{
+    if (!mayLeave()) {
+        return;
+    }
+    const QString error = m_session->open(path);
+    if (error.isEmpty()) {
+        return;
+    }
+    if (!QFileInfo::exists(path)) {
+        RecentFiles::remove(path);
+    }
+    nkLogService::the().reportError(tr("Open Scene"), error);
+}
+
+void FileCommands::chooseAndOpen()
+{
+    QNKViewBase::commitOpenEditors();
+    const QString path = FileQuestions::fileToOpen(m_window, folder());
+    if (!path.isEmpty()) {
+        open(path);
+    }
+}
+
+void FileCommands::makeNew()
+{
+    if (mayLeave()) {
+        m_session->clear();
+    }
+}
+
+bool FileCommands::save()
+{
+    QNKViewBase::commitOpenEditors();
+    return m_session->path().isEmpty() ? saveAs() : saveTo(m_session->path());
+}
+
+bool FileCommands::saveAs()
+{
+    QNKViewBase::commitOpenEditors();
+    const QString path = FileQuestions::fileToSave(m_window, suggestedPath(), m_session->isBinary());
+    return !path.isEmpty() && saveTo(path);
+}
+
+bool FileCommands::saveTo(const QString &path)
+{
+    const SceneFile::Saved saved = m_session->save(path);
+    switch (saved.outcome) {
+    case SceneFile::Saved::ChangedElsewhere:
+        return overwriteOrSaveAs(path);
+    case SceneFile::Saved::Cancelled:
+        return false;
+    case SceneFile::Saved::Failed:
+        nkLogService::the().reportError(tr("Save Scene"), saved.error);
+        return false;
+    case SceneFile::Saved::Done:
+        break;
+    }
+    m_window->statusBar()->showMessage(tr("“%1” is saved").arg(m_session->title()));
+    if (!saved.error.isEmpty()) {
+        nkLogService::the().reportError(tr("Save Scene"), saved.error);
+    }
+    if (!saved.leftBehind.isEmpty()) {
+        FileQuestions::tellLeftBehind(m_window, saved.leftBehind);
+    }
+    return true;
+}
+
+bool FileCommands::overwriteOrSaveAs(const QString &path)
+{
+    switch (FileQuestions::overwriteChanged(m_window, QFileInfo(path).fileName())) {
+    case Answer::SaveAs:
+        return saveAs();
+    case Answer::Overwrite: {
+        const SceneFile::Saved saved = m_session->save(path, SceneFile::IfChanged::Overwrite);
+        if (!saved.error.isEmpty()) {
+            nkLogService::the().reportError(tr("Save Scene"), saved.error);
+        }
+        return saved.outcome == SceneFile::Saved::Done;
+    }
+    default:
+        return false;
+    }
+}
+
+void FileCommands::revert()
+{
+    QNKViewBase::commitOpenEditors();
+    const bool isAsked = SceneSession::isModified();
+    if (m_session->path().isEmpty() || (isAsked && !FileQuestions::revert(m_window, m_session->title()))) {
+        return;
+    }
+    const QString error = m_session->open(m_session->path());
+    if (!error.isEmpty()) {
+        nkLogService::the().reportError(tr("Revert"), error);
+    }
+}
+
+bool FileCommands::mayLeave()
+{
+    QNKViewBase::commitOpenEditors();
+    if (!SceneSession::isModified()) {
+        return true;
+    }
+    switch (FileQuestions::saveChanges(m_window, m_session->title())) {
+    case Answer::Save:
+        return save();
+    case Answer::Discard:
+        return true;
+    default:
+        return false;
+    }
+}
+
+QString FileCommands::suggestedPath() const
+{
+    return m_session->path().isEmpty() ? QDir(folder()).filePath(tr("Untitled") + QStringLiteral(".gltf"))
+                                       : m_session->path();
+}
+
+/// Where the person works: beside the open scene, else beside the last one, else among the documents.
+QString FileCommands::folder() const
+{
+    const QString path = m_session->path().isEmpty() ? RecentFiles::files().value(0) : m_session->path();
+    const QString folder = QFileInfo(path).absolutePath();
+    return !path.isEmpty() && QFileInfo::exists(folder)
+               ? folder
+               : QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+}

@@ -1,0 +1,120 @@
+#include "FileQuestions.h"
+
+#include <QCoreApplication>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QMessageBox>
+#include <QPushButton>
+
+namespace FileQuestions {
+
+namespace {
+
+/// Files named one by one; the others are counted.
+constexpr int NamedFiles = 10;
+
+QString tr(const char *text)
+{
+    return QCoreApplication::translate("FileQuestions", text);
+}
+
+/// A box with plain texts; never markup, whatever a file is called.
+class Box : public QMessageBox
+{
+public:
+    Box(QWidget *window, Icon icon, const QString &text, const QString &more)
+        : QMessageBox(icon, QGuiApplication::applicationDisplayName(), text, NoButton, window)
+    {
+        setTextFormat(Qt::PlainText);
+        setInformativeText(more);
+    }
+};
+
+QString sceneFilter()
+{
+    return tr("3D scenes (*.gltf *.glb)") + QStringLiteral(";;") + tr("All files (*)");
+}
+
+} // namespace
+
+Answer saveChanges(QWidget *window, const QString &title)
+{
+    Box box(window, QMessageBox::Question, tr("Save the changes to “%1”?").arg(title),
+            tr("Without saving, they are lost."));
+    box.setStandardButtons(QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel);
+    box.setDefaultButton(QMessageBox::Save);
+    switch (box.exec()) {
+    case QMessageBox::Save:
+        return Answer::Save;
+    case QMessageBox::Discard:
+        return Answer::Discard;
+    default:
+        return Answer::Cancel;
+    }
+}
+
+Answer overwriteChanged(QWidget *window, const QString &title)
+{
+    Box box(window, QMessageBox::Warning,
+            tr("“%1” has been changed by another program since it was opened.").arg(title),
+            tr("Overwriting it loses what the other program has changed."));
+    const auto *overwrite = box.addButton(tr("&Overwrite"), QMessageBox::DestructiveRole);
+    auto *saveAs = box.addButton(tr("Save &As..."), QMessageBox::AcceptRole);
+    box.addButton(QMessageBox::Cancel);
+    box.setDefaultButton(saveAs);
+    box.exec();
+    if (box.clickedButton() == overwrite) {
+        return Answer::Overwrite;
+    }
+    return box.clickedButton() == saveAs ? Answer::SaveAs : Answer::Cancel;
+}
+
+bool revert(QWidget *window, const QString &title)
+{
+    Box box(window, QMessageBox::Question, tr("Go back to “%1” as it was saved last?").arg(title),
+            tr("All changes since then are lost, and cannot be brought back by Undo."));
+    const auto *yes = box.addButton(tr("&Revert"), QMessageBox::DestructiveRole);
+    box.setDefaultButton(box.addButton(QMessageBox::Cancel));
+    box.exec();
+    return box.clickedButton() == yes;
+}
+
+void tellLeftBehind(QWidget *window, const QStringList &files)
+{
+    QStringList named = files.mid(0, NamedFiles);
+    if (files.size() > NamedFiles) {
+        named.append(tr("and %1 more").arg(files.size() - NamedFiles));
+    }
+    Box box(window, QMessageBox::Information,
+            tr("The scene was saved, but it needs files that stand beside the old one."),
+            tr("Copy them into the folder of the new one:") + QStringLiteral("\n\n")
+                + named.join(QLatin1Char('\n')));
+    box.exec();
+}
+
+QString fileToOpen(QWidget *window, const QString &folder)
+{
+    return QFileDialog::getOpenFileName(window, tr("Open Scene"), folder, sceneFilter());
+}
+
+QString fileToSave(QWidget *window, const QString &path, bool isBinary)
+{
+    QFileDialog dialog(window, tr("Save Scene As"), QFileInfo(path).absolutePath());
+    const QString binary = tr("Binary glTF (*.glb)");
+    const QString text = tr("glTF (*.gltf)");
+    dialog.setNameFilters(isBinary ? QStringList{binary} : QStringList{text, binary});
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(isBinary ? QStringLiteral("glb") : QStringLiteral("gltf"));
+    QObject::connect(
+        &dialog, &QFileDialog::filterSelected, &dialog, [&dialog, binary](const QString &filter) {
+            dialog.setDefaultSuffix(filter == binary ? QStringLiteral("glb") : QStringLiteral("gltf"));
+        });
+    dialog.selectFile(QFileInfo(path).fileName());
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) {
+        return QString();
+    }
+    return dialog.selectedFiles().constFirst();
+}
+
+} // namespace FileQuestions

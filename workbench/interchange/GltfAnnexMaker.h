@@ -1,0 +1,57 @@
+#pragma once
+
+#include <interchange/GltfAnnex.h>
+#include <interchange/GltfScene.h>
+#include <interchange/SceneSource.h>
+
+#include <kernel/document/Document.h>
+#include <kernel/document/Store.h>
+
+namespace interchange {
+
+class GltfObjectPatch;
+
+/// Finds out what reading a file without its annex would miss of the document: that becomes the annex.
+class GltfAnnexMaker
+{
+public:
+    /// @param scene what reading the file gives
+    /// @param source the origins of the document's objects: nodes and materials of the file at the same indices
+    /// @param patched who patched the file since the origins were noted; null where nobody did
+    GltfAnnexMaker(const GltfScene &scene, const SceneSource &source, const GltfObjectPatch *patched);
+
+    /// To be called once.
+    GltfAnnex make();
+
+    /// Per entry, object after object in the order of the origins and each object's entries in their order: its place
+    /// in the scene's entries, -1 for one that stands in the annex alone. After make().
+    const std::vector<qint32> &places() const { return m_places; }
+
+private:
+    using Slots = QVector<kernel::Slot>;
+
+    void addObject(const SceneSource::ObjectOrigin &origin);
+    IndexRange entriesOf(const SceneSource::ObjectOrigin &origin) const;
+    QString nameOf(const SceneSource::ObjectOrigin &origin) const;
+    bool isSame(const IndexRange &range, const Slots &entries) const;
+    std::vector<qint32> placesOf(const SceneSource::ObjectOrigin &origin, const IndexRange &range,
+                                 const Slots &entries) const;
+    std::vector<qint32> patchedPlaces(const IndexRange &range, const Slots &entries) const;
+    std::vector<qint32> readPlaces(const SceneSource::ObjectOrigin &origin, const IndexRange &range) const;
+    void describe(GltfAnnex::Object &object, const Slots &entries, const std::vector<qint32> &places) const;
+    kernel::SetCopy copyOf(kernel::Slot set) const;
+    void addSets();
+    void addRuns();
+
+    const GltfScene &m_scene;
+    const SceneSource &m_source;
+    const GltfObjectPatch *m_patched;
+    const kernel::Document &m_document;
+    const kernel::Store &m_store;
+    GltfAnnex m_annex;
+    std::vector<qint32> m_places;
+    QVector<kernel::Document::Assignment> m_assignments;
+    QHash<quint64, quint32> m_assigned; ///< ids of objects with assigned sets, and their place in the annex
+};
+
+} // namespace interchange

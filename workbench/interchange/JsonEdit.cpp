@@ -1,0 +1,162 @@
+#include <interchange/JsonEdit.h>
+
+#include <interchange/sets/TextBuffer.h>
+
+#include <algorithm>
+
+namespace interchange {
+
+JsonEdit::JsonEdit(const JsonTree &tree, quint32 base, JsonPatches &patches)
+    : m_tree(tree), m_base(base), m_patches(patches)
+{}
+
+QByteArray JsonEdit::quoted(const QString &text)
+{
+    TextBuffer buffer;
+    buffer.addString(text);
+    return buffer.bytes();
+}
+
+void JsonEdit::replace(const JsonValue &value, const QByteArray &text)
+{
+    patch(value.span().offset, value.span().end(), text);
+}
+
+void JsonEdit::rename(const JsonValue &member, const QString &key)
+{
+    patch(member.keySpan().offset, member.keySpan().end(), quoted(key));
+}
+
+void JsonEdit::remove(const JsonValue &object, const JsonValue &member)
+{
+    QVector<quint32> &removed = m_changes[object.index()].removed;
+    if (!removed.contains(member.index()))
+        removed.append(member.index());
+}
+
+void JsonEdit::append(const JsonValue &object, const Member &member)
+{
+    m_changes[object.index()].added.append(quoted(member.key) + layoutOf(object).colon + member.value);
+}
+
+void JsonEdit::appendObject(const JsonValue &object, const QString &key, const QVector<Member> &members)
+{
+    const Layout outer = layoutOf(object);
+    Layout inner = outer;
+    if (outer.lead.contains('\n')) {
+        const bool isIndented = outer.lead.startsWith(outer.tail) && outer.lead != outer.tail;
+        inner.lead = outer.lead + (isIndented ? outer.lead.mid(outer.tail.size()) : QByteArray("  "));
+        inner.separator = ',' + inner.lead;
+        inner.tail = outer.lead;
+    }
+    QByteArrayList texts;
+    for (const Member &member : members)
+        texts.append(quoted(member.key) + inner.colon + member.value);
+    append(object, {key, '{' + inner.lead + texts.join(inner.separator) + inner.tail + '}'});
+}
+
+void JsonEdit::finish()
+{
+    passUpRemovals();
+    for (const auto &[index, changes] : m_changes)
+        finish(JsonValue(&m_tree, index), changes);
+    m_changes.clear();
+}
+
+/// Where nothing is left of an object, the object goes. Inner objects have the higher index, so all that can become
+/// of an object is known when its turn comes.
+void JsonEdit::passUpRemovals()
+{
+    for (auto at = m_changes.rbegin(); at != m_changes.rend();) {
+        const quint32 index = at->first;
+        const Changes &changes = at->second;
+        const bool isEmptied = changes.added.isEmpty()
+                               && quint32(changes.removed.size()) == JsonValue(&m_tree, index).count();
+        if (index == 0 || !isEmptied) {
+            ++at;
+            continue;
+        }
+        // The parent has the lower index: whether it comes now or was there, its turn is still to come.
+        m_changes[parentOf(index)].removed.append(index);
+        at = std::make_reverse_iterator(m_changes.erase(std::next(at).base()));
+    }
+}
+
+quint32 JsonEdit::parentOf(quint32 index) const
+{
+    quint32 parent = 0;
+    for (quint32 child = 1; child != index;) {
+        if (m_tree.cell(child).next <= index) {
+            child = m_tree.cell(child).next;
+        } else {
+            parent = child;
+            ++child;
+        }
+    }
+    return parent;
+}
+
+void JsonEdit::finish(const JsonValue &object, const Changes &changes)
+{
+    const Layout layout = layoutOf(object);
+    quint32 firstMember = 0; // begin of the first member
+    quint32 end = 0;         // of the member before; 0 before the first
+    quint32 gap = 0;         // where a stretch of going members in front of all staying ones begins
+    bool hasSurvivor = false;
+    for (const JsonValue member : object.children()) {
+        const JsonSpan span = member.memberSpan();
+        const bool goes = changes.removed.contains(member.index());
+        if (end == 0)
+            firstMember = gap = span.offset;
+        if (goes && hasSurvivor)
+            patch(end, span.end(), QByteArray());
+        else if (!goes && !hasSurvivor && span.offset != gap)
+            patch(gap, span.offset, QByteArray());
+        hasSurvivor = hasSurvivor || !goes;
+        end = span.end();
+    }
+    const QByteArray added = changes.added.join(layout.separator);
+    if (hasSurvivor && !added.isEmpty())
+        patch(end, end, layout.separator + added);
+    else if (!hasSurvivor && end != 0)
+        patch(firstMember, end, added);
+    else if (!hasSurvivor && !added.isEmpty())
+        patch(object.span().offset + 1, object.span().end() - 1, added);
+}
+
+JsonEdit::Layout JsonEdit::layoutOf(const JsonValue &object) const
+{
+    Layout layout{QByteArray(), QByteArray(","), QByteArray(":"), QByteArray()};
+    quint32 end = 0;
+    int count = 0;
+    for (const JsonValue member : object.children()) {
+        const JsonSpan span = member.memberSpan();
+        if (count == 0) {
+            layout.lead = between(object.span().offset + 1, span.offset);
+            layout.colon = between(member.keySpan().end(), member.span().offset);
+        } else if (count == 1) {
+            layout.separator = between(end, span.offset);
+        }
+        end = span.end();
+        ++count;
+    }
+    if (count > 0)
+        layout.tail = between(end, object.span().end() - 1);
+    if (count == 1 && layout.lead.contains('\n'))
+        layout.separator = ',' + layout.lead;
+    else if (count == 1 && layout.colon.endsWith(' '))
+        layout.separator = ", ";
+    return layout;
+}
+
+QByteArray JsonEdit::between(quint32 from, quint32 to) const
+{
+    return m_tree.text().mid(int(from), int(to - from));
+}
+
+void JsonEdit::patch(quint32 from, quint32 to, const QByteArray &text)
+{
+    m_patches.add({m_base + from, to - from}, text);
+}
+
+} // namespace interchange
