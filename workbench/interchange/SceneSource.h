@@ -16,6 +16,8 @@ QT_END_NAMESPACE
 
 namespace interchange {
 
+struct SceneGeometry;
+
 /// Where the open scene came from: its file, and for every object and entry read from it the bytes it stands in.
 /// Saving patches the file's text at these places. Kept beside the document, not in it: an id that the document
 /// does not know any more simply has no use for its place.
@@ -79,6 +81,9 @@ public:
     /// The file as it was read, held open: its geometry can be copied from here also when the file has been
     /// replaced or removed. Null for text.
     std::shared_ptr<QFile> original;
+
+    /// What can be drawn, where reading the scene brought it along (files of other kinds than glTF); else null.
+    std::shared_ptr<const SceneGeometry> geometry;
 
     void reserve(size_t objectCount, size_t entryCount);
     /// The next object; ids ascend.

@@ -31,6 +31,8 @@ public:
 
     /// What came of the metadata in the file when it was opened.
     const interchange::ImportReport &report() const { return m_report; }
+    /// Where the scene stands in its file; null for one that was never in a file.
+    std::shared_ptr<const interchange::SceneSource> source() const { return m_source; }
 
 Q_SIGNALS:
     /// Another scene was opened, or the present one emptied.
