@@ -19,12 +19,12 @@
 #include <QStatusBar>
 #include <QUndoStack>
 
+using Place = DockLayout::Place;
+
 namespace {
 
 // A fair share of a 1440 x 900 display, the smallest the workbench is laid out for.
 constexpr QSize startSize(1400, 820);
-/// What of its width the panels have at the start; the modules have the rest.
-constexpr int panelWidth = 400;
 
 /// A text from outside as part of a menu entry: its ampersands are no mnemonics.
 QString menuText(const QString &text)
@@ -34,18 +34,16 @@ QString menuText(const QString &text)
 
 } // namespace
 
-MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent)
+MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent), m_layout(this)
 {
     setObjectName(QStringLiteral("MainWindow"));
-    setDockNestingEnabled(true);
-    setTabPosition(Qt::LeftDockWidgetArea, QTabWidget::North);
+    resize(startSize);
     m_file = menuBar()->addMenu(tr("&File"));
     createEditMenu();
     createViewMenu();
     createPanels();
     statusBar();
     showScene(QString());
-    resize(startSize);
 }
 
 MainWindow::~MainWindow()
@@ -81,6 +79,14 @@ void MainWindow::createEditMenu()
 void MainWindow::createViewMenu()
 {
     m_view = menuBar()->addMenu(tr("&View"));
+    m_endOfPanels = m_view->addSeparator();
+    m_endOfModules = m_view->addSeparator();
+    QAction *reset = m_view->addAction(tr("&Reset Layout"));
+    reset->setObjectName(QStringLiteral("viewResetLayout"));
+    connect(reset, &QAction::triggered, this, [this] {
+        QNKViewBase::commitOpenEditors();
+        m_layout.reset();
+    });
 }
 
 void MainWindow::createPanels()
@@ -90,16 +96,15 @@ void MainWindow::createPanels()
     for (const EditorPanel *panel : m_panels) {
         connect(panel, &EditorPanel::metadataRequested, this, &MainWindow::showModules);
     }
-    m_view->addActions(editors.actions());
-    m_endOfPanels = m_view->addSeparator();
+    m_view->insertActions(m_endOfPanels, editors.actions());
+    for (QDockWidget *dock : editors.docks()) {
+        m_layout.add(dock, dock == editors.docks().constFirst() ? Place::SceneGraph : Place::Editors);
+    }
 }
 
-void MainWindow::addPanel(QDockWidget *dock, QAction *action)
+void MainWindow::addPanel(QDockWidget *dock, QAction *action, Place place, bool startHidden)
 {
-    // Behind the scene graph: the tabs of the others have no room for one more name.
-    auto *front = qobject_cast<QDockWidget *>(m_panels.constFirst()->parentWidget());
-    tabifyDockWidget(front, dock);
-    front->raise();
+    m_layout.add(dock, place, startHidden);
     m_view->insertAction(m_endOfPanels, action);
 }
 
@@ -118,18 +123,6 @@ void MainWindow::showModules()
     }
 }
 
-/// The window has no central widget: docks share all of it.
-void MainWindow::shareSpace()
-{
-    QList<QDockWidget *> docks{qobject_cast<QDockWidget *>(m_panels.constFirst()->parentWidget())};
-    QList<int> widths{panelWidth};
-    for (ModuleFrame *frame : qAsConst(m_frames)) {
-        docks.append(frame);
-        widths.append((startSize.width() - panelWidth) / m_frames.size());
-    }
-    resizeDocks(docks, widths, Qt::Horizontal);
-}
-
 void MainWindow::updateUndoActions()
 {
     const QUndoStack *stack = kernel::Document::the().undoStack();
@@ -144,13 +137,11 @@ void MainWindow::addModule(const QString &name, const QString &group, QWidget *w
 {
     auto *frame = new ModuleFrame(name, shortTitle, window, this);
     m_frames.append(frame);
-    addDockWidget(Qt::RightDockWidgetArea, frame);
     QAction *toggle = frame->toggleViewAction();
     toggle->setText(menuText(name));
     toggle->setIcon(icon);
     groupMenu(group)->addAction(toggle);
-    frame->setVisible(!startHidden);
-    shareSpace();
+    m_layout.add(frame, Place::Modules, startHidden);
 }
 
 QMenu *MainWindow::groupMenu(const QString &group)
@@ -158,8 +149,9 @@ QMenu *MainWindow::groupMenu(const QString &group)
     for (QMenu *menu : m_view->findChildren<QMenu *>(group, Qt::FindDirectChildrenOnly)) {
         return menu;
     }
-    QMenu *menu = m_view->addMenu(menuText(group));
+    auto *menu = new QMenu(menuText(group), m_view);
     menu->setObjectName(group);
+    m_view->insertMenu(m_endOfModules, menu);
     return menu;
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "DockLayout.h"
+
 #include <QMainWindow>
 #include <QString>
 #include <QStringList>
@@ -12,8 +14,8 @@ class QAction;
 class QDockWidget;
 class QMenu;
 
-/// The main window of the workbench: menus, the panels of the scene's editors at the left, the frames of the
-/// modules beside them, a status line.
+/// The main window of the workbench: menus, the panels of the scene's editors at the left, what shows the scene
+/// and the frames of the modules beside them, a status line.
 ///
 /// It holds no document of its own and knows nothing of files: who does fills the File menu.
 class MainWindow : public QMainWindow
@@ -26,8 +28,11 @@ public:
     /// Places a module's window in a dock and lists it in the View menu, under its group.
     void addModule(const QString &name, const QString &group, QWidget *window, const QIcon &icon,
                    const QString &shortTitle, bool startHidden);
-    /// Places a panel behind that of the scene graph and lists its action in the View menu, after theirs.
-    void addPanel(QDockWidget *dock, QAction *action);
+    /// Places a panel and lists its action in the View menu, after those of the editors.
+    /// @param dock named, so that its place can be remembered
+    /// @param startHidden not seen until a person asks for it
+    void addPanel(QDockWidget *dock, QAction *action, DockLayout::Place place = DockLayout::Place::SceneGraph,
+                  bool startHidden = false);
     /// Takes the window of every module out of its frame, so that the plug-ins can be unloaded.
     void releaseModules();
 
@@ -53,7 +58,6 @@ private:
     void createPanels();
     void showModules();
     void showPreferences();
-    void shareSpace();
     void updateUndoActions();
     QMenu *groupMenu(const QString &group);
 
@@ -63,6 +67,9 @@ private:
     QMenu *m_view = nullptr;
     /// The separator after the panels.
     QAction *m_endOfPanels = nullptr;
+    /// The separator before what concerns all panels.
+    QAction *m_endOfModules = nullptr;
+    DockLayout m_layout;
     QList<EditorPanel *> m_panels;
     QList<ModuleFrame *> m_frames;
     std::function<bool()> m_mayClose;

@@ -1,0 +1,143 @@
+#include "DockLayout.h"
+
+#include <QDockWidget>
+#include <QMainWindow>
+
+#include <algorithm>
+
+using Place = DockLayout::Place;
+
+namespace {
+
+/// From left to right and from above to below: the order in which they are made.
+const QList<Place> places{Place::SceneGraph, Place::Editors, Place::Middle, Place::Modules, Place::Bottom};
+
+/// Of the window's width.
+constexpr int leftWidth = 330;
+/// What the module below the middle needs so that its lists and its table show some rows each.
+constexpr int modulesHeight = 460;
+/// Of the height that the middle and the modules share, where there is more than enough.
+constexpr double modulesShare = 0.5;
+constexpr double sceneGraphShare = 0.55;
+constexpr int bottomHeight = 160;
+/// The menu and the status line have it.
+constexpr int frameHeight = 60;
+
+Qt::DockWidgetArea areaOf(Place place)
+{
+    switch (place) {
+    case Place::SceneGraph:
+    case Place::Editors:
+        return Qt::LeftDockWidgetArea;
+    case Place::Bottom:
+        return Qt::BottomDockWidgetArea;
+    case Place::Middle:
+    case Place::Modules:
+        break;
+    }
+    return Qt::RightDockWidgetArea;
+}
+
+} // namespace
+
+DockLayout::DockLayout(QMainWindow *window) : m_window(window)
+{
+    window->setDockNestingEnabled(true);
+    window->setTabPosition(Qt::AllDockWidgetAreas, QTabWidget::North);
+    // The left column is as high as the window.
+    window->setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);
+}
+
+void DockLayout::add(QDockWidget *dock, Place place, bool startHidden)
+{
+    m_entries.append({dock, place, startHidden});
+    reset();
+}
+
+void DockLayout::reset()
+{
+    for (QDockWidget *dock : docks()) {
+        dock->setFloating(false);
+        m_window->removeDockWidget(dock);
+    }
+    for (const Place place : places) {
+        put(place);
+    }
+    for (const Entry &entry : qAsConst(m_entries)) {
+        if (entry.dock) {
+            entry.dock->setVisible(!entry.startHidden);
+        }
+    }
+    for (const Place place : places) {
+        if (QDockWidget *front = firstAt(place)) {
+            front->raise();
+        }
+    }
+    share();
+}
+
+void DockLayout::put(Place place)
+{
+    QDockWidget *previous = nullptr;
+    for (QDockWidget *dock : docksAt(place)) {
+        if (previous) {
+            m_window->tabifyDockWidget(previous, dock);
+        } else {
+            m_window->addDockWidget(areaOf(place), dock, Qt::Vertical);
+        }
+        previous = dock;
+    }
+}
+
+void DockLayout::share() const
+{
+    const auto split = [this](QList<QDockWidget *> docks, QList<int> sizes, Qt::Orientation orientation) {
+        for (int i = docks.size() - 1; i >= 0; --i) {
+            if (!docks.at(i) || docks.at(i)->isHidden()) {
+                docks.removeAt(i);
+                sizes.removeAt(i);
+            }
+        }
+        m_window->resizeDocks(docks, sizes, orientation);
+    };
+    const int height = m_window->height() - frameHeight;
+    const int above = int(height * sceneGraphShare);
+    const int modules = std::max(modulesHeight, int(height * modulesShare));
+    QDockWidget *right = firstAt(Place::Middle) ? firstAt(Place::Middle) : firstAt(Place::Modules);
+    split({firstAt(Place::SceneGraph), right}, {leftWidth, m_window->width() - leftWidth}, Qt::Horizontal);
+    split({firstAt(Place::SceneGraph), firstAt(Place::Editors)}, {above, height - above}, Qt::Vertical);
+    split({firstAt(Place::Middle), firstAt(Place::Modules)}, {height - modules, modules}, Qt::Vertical);
+    split({firstAt(Place::Bottom)}, {bottomHeight}, Qt::Vertical);
+}
+
+QStringList DockLayout::names() const
+{
+    QStringList names;
+    for (const QDockWidget *dock : docks()) {
+        names.append(dock->objectName());
+    }
+    names.sort();
+    return names;
+}
+
+QList<QDockWidget *> DockLayout::docks() const
+{
+    QList<QDockWidget *> docks;
+    for (const Entry &entry : m_entries) {
+        if (entry.dock) {
+            docks.append(entry.dock);
+        }
+    }
+    return docks;
+}
+
+QList<QDockWidget *> DockLayout::docksAt(Place place) const
+{
+    QList<QDockWidget *> docks;
+    for (const Entry &entry : m_entries) {
+        if (entry.dock && entry.place == place) {
+            docks.append(entry.dock);
+        }
+    }
+    return docks;
+}
