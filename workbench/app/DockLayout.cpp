@@ -2,6 +2,7 @@
 
 #include <QDockWidget>
 #include <QMainWindow>
+#include <QStyle>
 
 #include <algorithm>
 
@@ -12,8 +13,9 @@ namespace {
 /// From left to right and from above to below: the order in which they are made.
 const QList<Place> places{Place::SceneGraph, Place::Editors, Place::Middle, Place::Modules, Place::Bottom};
 
-/// Of the window's width.
+/// Of the window's width; more where the font makes the names of the tabs wider.
 constexpr int leftWidth = 330;
+constexpr int tabBorders = 4;
 /// What the module below the middle needs so that its lists and its table show some rows each.
 constexpr int modulesHeight = 460;
 /// Of the height that the middle and the modules share, where there is more than enough.
@@ -22,6 +24,17 @@ constexpr double sceneGraphShare = 0.55;
 constexpr int bottomHeight = 160;
 /// The menu and the status line have it.
 constexpr int frameHeight = 60;
+
+/// What the tabs of these docks need so that their names are read.
+int tabsWidth(const QList<QDockWidget *> &docks)
+{
+    int width = 0;
+    for (const QDockWidget *dock : docks) {
+        width += dock->fontMetrics().horizontalAdvance(dock->windowTitle())
+                 + dock->style()->pixelMetric(QStyle::PM_TabBarTabHSpace) + tabBorders;
+    }
+    return width;
+}
 
 Qt::DockWidgetArea areaOf(Place place)
 {
@@ -103,8 +116,9 @@ void DockLayout::share() const
     const int height = m_window->height() - frameHeight;
     const int above = int(height * sceneGraphShare);
     const int modules = std::max(modulesHeight, int(height * modulesShare));
+    const int left = std::max(leftWidth, tabsWidth(docksAt(Place::Editors)));
     QDockWidget *right = firstAt(Place::Middle) ? firstAt(Place::Middle) : firstAt(Place::Modules);
-    split({firstAt(Place::SceneGraph), right}, {leftWidth, m_window->width() - leftWidth}, Qt::Horizontal);
+    split({firstAt(Place::SceneGraph), right}, {left, m_window->width() - left}, Qt::Horizontal);
     split({firstAt(Place::SceneGraph), firstAt(Place::Editors)}, {above, height - above}, Qt::Vertical);
     split({firstAt(Place::Middle), firstAt(Place::Modules)}, {height - modules, modules}, Qt::Vertical);
     split({firstAt(Place::Bottom)}, {bottomHeight}, Qt::Vertical);

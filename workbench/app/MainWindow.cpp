@@ -1,5 +1,6 @@
 #include "MainWindow.h"
 
+#include "LayoutMemory.h"
 #include "ModuleFrame.h"
 #include "panels/EditorPanel.h"
 #include "panels/EditorPanels.h"
@@ -16,6 +17,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QScreen>
 #include <QStatusBar>
 #include <QUndoStack>
 
@@ -25,6 +27,9 @@ namespace {
 
 // A fair share of a 1440 x 900 display, the smallest the workbench is laid out for.
 constexpr QSize startSize(1400, 820);
+// What is taken of a larger display, and of one that is too large to be filled.
+constexpr double screenShare = 0.85;
+constexpr QSize mostSize(1920, 1200);
 
 /// A text from outside as part of a menu entry: its ampersands are no mnemonics.
 QString menuText(const QString &text)
@@ -43,7 +48,7 @@ MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent), m_layout(this)
     createViewMenu();
     createPanels();
     statusBar();
-    showScene(QString());
+    showNoScene();
 }
 
 MainWindow::~MainWindow()
@@ -123,6 +128,16 @@ void MainWindow::showModules()
     }
 }
 
+void MainWindow::rememberLayout()
+{
+    m_remembersLayout = true;
+    if (!LayoutMemory::restore(this, m_layout.names())) {
+        const QSize room = screen()->availableSize();
+        resize(QSize(room * screenShare).expandedTo(startSize).boundedTo(room).boundedTo(mostSize));
+        m_layout.share();
+    }
+}
+
 void MainWindow::updateUndoActions()
 {
     const QUndoStack *stack = kernel::Document::the().undoStack();
@@ -171,6 +186,12 @@ void MainWindow::showScene(const QString &path)
     setWindowTitle(QStringLiteral("%1[*] - %2").arg(scene, QGuiApplication::applicationDisplayName()));
 }
 
+void MainWindow::showNoScene()
+{
+    setWindowFilePath(QString());
+    setWindowTitle(QStringLiteral("%1[*]").arg(QGuiApplication::applicationDisplayName()));
+}
+
 void MainWindow::showError(const QString &title, const QString &text)
 {
     auto *box = new QMessageBox(QMessageBox::Warning, title, text, QMessageBox::Ok, this);
@@ -185,6 +206,9 @@ void MainWindow::closeEvent(QCloseEvent *event)
     if (m_mayClose && !m_mayClose()) {
         event->ignore();
         return;
+    }
+    if (m_remembersLayout) {
+        LayoutMemory::store(this, m_layout.names());
     }
     QMainWindow::closeEvent(event);
 }

@@ -33,11 +33,16 @@ public:
     /// @param startHidden not seen until a person asks for it
     void addPanel(QDockWidget *dock, QAction *action, DockLayout::Place place = DockLayout::Place::SceneGraph,
                   bool startHidden = false);
+    /// From now on the window stands as it was left the last time, and remembers how it is left this time. Once, when
+    /// all panels and modules are there. Without this it stands as laid out, the same everywhere.
+    void rememberLayout();
     /// Takes the window of every module out of its frame, so that the plug-ins can be unloaded.
     void releaseModules();
 
     /// Names the open scene in the title. @param path absolute; empty for a scene without a file
     void showScene(const QString &path);
+    /// Says in the title that no scene is open.
+    void showNoScene();
     /// Shows a failure in a box over the window, once the event loop runs. Plain text.
     void showError(const QString &title, const QString &text);
 
@@ -70,6 +75,7 @@ private:
     /// The separator before what concerns all panels.
     QAction *m_endOfModules = nullptr;
     DockLayout m_layout;
+    bool m_remembersLayout = false;
     QList<EditorPanel *> m_panels;
     QList<ModuleFrame *> m_frames;
     std::function<bool()> m_mayClose;
