@@ -28,7 +28,7 @@ struct FullWindow
         strip = add(QStringLiteral("Log"), Place::Bottom, true);
         window.addModule(QStringLiteral("Module"), QStringLiteral("Scene"), &module, QIcon(),
                          QStringLiteral("Mod"), false);
-        frame = qobject_cast<QDockWidget *>(module.parentWidget());
+        frame = window.findChild<QDockWidget *>(QStringLiteral("Module"));
     }
     ~FullWindow() { window.releaseModules(); }
 
@@ -119,6 +119,33 @@ private Q_SLOTS:
             }
         }
         QCOMPARE(bars, 2);
+    }
+
+    void a_short_window_has_tabs_instead_of_rows()
+    {
+        FullWindow full;
+        full.window.resize(960, 560);
+        full.reset();
+        full.show();
+        QCOMPARE(full.window.size(), QSize(960, 560));
+        QCOMPARE(full.window.tabifiedDockWidgets(full.frame), QList<QDockWidget *>{full.middle});
+        QVERIFY(!full.module.visibleRegion().isEmpty());
+        QVERIFY(full.lists->geometry().top() > full.front->geometry().bottom());
+        full.window.resize(720, 430);
+        full.reset();
+        QTRY_COMPARE(full.window.size(), QSize(720, 430));
+        QVERIFY(full.window.tabifiedDockWidgets(full.front).contains(full.lists));
+        QVERIFY(!full.front->widget()->visibleRegion().isEmpty());
+    }
+
+    void a_module_that_needs_more_room_is_scrolled()
+    {
+        FullWindow full;
+        full.module.setMinimumSize(1300, 1100);
+        full.show();
+        QVERIFY(full.window.height() <= 900);
+        QTRY_COMPARE(full.module.size(), QSize(1300, 1100));
+        QVERIFY(full.frame->height() < 600);
     }
 
     void reset_layout_brings_everything_back()

@@ -1,6 +1,7 @@
 #include "DockLayout.h"
 
 #include <QDockWidget>
+#include <QLayout>
 #include <QMainWindow>
 #include <QStyle>
 
@@ -24,6 +25,9 @@ constexpr double sceneGraphShare = 0.55;
 constexpr int bottomHeight = 160;
 /// The menu and the status line have it.
 constexpr int frameHeight = 60;
+/// Below these heights of the window the modules stand behind the middle, and the lists behind the scene graph.
+constexpr int leastForModules = 720;
+constexpr int leastForLists = 520;
 
 /// What the tabs of these docks need so that their names are read.
 int tabsWidth(const QList<QDockWidget *> &docks)
@@ -81,12 +85,34 @@ void DockLayout::reset()
             entry.dock->setVisible(!entry.startHidden);
         }
     }
-    for (const Place place : places) {
-        if (QDockWidget *front = firstAt(place)) {
-            front->raise();
-        }
-    }
+    // Tabs of docks that were hidden are made by the layout; before that nothing can be raised.
+    m_window->layout()->activate();
+    raiseFronts();
     share();
+}
+
+/// The modules last: where they share their place, they are what a person works with.
+void DockLayout::raiseFronts() const
+{
+    const auto raise = [this](const auto &isMeant) {
+        for (int i = m_entries.size() - 1; i >= 0; --i) {
+            const Entry &entry = m_entries.at(i);
+            if (entry.dock && !entry.startHidden && isMeant(entry.place)) {
+                entry.dock->raise();
+            }
+        }
+    };
+    raise([this](Place place) { return fitted(place) == place; });
+    raise([](Place place) { return place == Place::Modules; });
+}
+
+Place DockLayout::fitted(Place place) const
+{
+    const int height = m_window->height();
+    if (place == Place::Modules && height < leastForModules) {
+        return Place::Middle;
+    }
+    return place == Place::Editors && height < leastForLists ? Place::SceneGraph : place;
 }
 
 void DockLayout::put(Place place)
@@ -115,7 +141,7 @@ void DockLayout::share() const
     };
     const int height = m_window->height() - frameHeight;
     const int above = int(height * sceneGraphShare);
-    const int modules = std::max(modulesHeight, int(height * modulesShare));
+    const int modules = std::min(std::max(modulesHeight, int(height * modulesShare)), height - 1);
     const int left = std::max(leftWidth, tabsWidth(docksAt(Place::Editors)));
     QDockWidget *right = firstAt(Place::Middle) ? firstAt(Place::Middle) : firstAt(Place::Modules);
     split({firstAt(Place::SceneGraph), right}, {left, m_window->width() - left}, Qt::Horizontal);
@@ -149,7 +175,7 @@ QList<QDockWidget *> DockLayout::docksAt(Place place) const
 {
     QList<QDockWidget *> docks;
     for (const Entry &entry : m_entries) {
-        if (entry.dock && entry.place == place) {
+        if (entry.dock && fitted(entry.place) == place) {
             docks.append(entry.dock);
         }
     }

@@ -18,6 +18,8 @@ class QMainWindow;
 ///     |             +-----------------------+
 ///     |             | Bottom                |
 ///     +-------------+-----------------------+
+///
+/// In a window that is too short for two above each other, those below become tabs of those above.
 class DockLayout
 {
 public:
@@ -52,6 +54,8 @@ private:
     };
 
     void put(Place place);
+    void raiseFronts() const;
+    Place fitted(Place place) const;
     QList<QDockWidget *> docksAt(Place place) const;
     QDockWidget *firstAt(Place place) const { return docksAt(place).value(0); }
 

@@ -30,6 +30,8 @@ constexpr QSize startSize(1400, 820);
 // What is taken of a larger display, and of one that is too large to be filled.
 constexpr double screenShare = 0.85;
 constexpr QSize mostSize(1920, 1200);
+// What the window manager adds around the window; it is known only when the window is there.
+constexpr QSize decoration(8, 36);
 
 /// A text from outside as part of a menu entry: its ampersands are no mnemonics.
 QString menuText(const QString &text)
@@ -132,8 +134,13 @@ void MainWindow::rememberLayout()
 {
     m_remembersLayout = true;
     if (!LayoutMemory::restore(this, m_layout.names())) {
-        const QSize room = screen()->availableSize();
-        resize(QSize(room * screenShare).expandedTo(startSize).boundedTo(room).boundedTo(mostSize));
+        const QSize room = screen()->availableSize() - decoration;
+        const QSize size =
+            QSize(room * screenShare).expandedTo(startSize).boundedTo(room).boundedTo(mostSize);
+        resize(size);
+        m_layout.reset();
+        // Once more: the layout before it could not be made as short.
+        resize(size);
         m_layout.share();
     }
 }
