@@ -69,15 +69,12 @@ void JsonEdit::appendList(const JsonValue &object, const QString &key, const QBy
     append(object, {key, '[' + inner.lead + elements.join(inner.separator) + inner.tail + ']'});
 }
 
-QByteArray JsonEdit::elementText(const JsonValue &list, const JsonValue &around,
+QByteArray JsonEdit::elementText(const JsonValue &like, const JsonValue &around,
                                  const QVector<Member> &members) const
 {
-    JsonValue last;
-    for (const JsonValue element : list.children())
-        last = element;
-    if (!last.isObject() || !last.hasChildren())
+    if (!like.isObject() || !like.hasChildren())
         return inLine(members, isSpaced(around));
-    const Layout layout = layoutOf(last);
+    const Layout layout = layoutOf(like);
     QByteArrayList texts;
     for (const Member &member : members)
         texts.append(quoted(member.key) + layout.colon + member.value);

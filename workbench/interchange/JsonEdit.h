@@ -43,9 +43,9 @@ public:
     /// Makes the member with this key a list of these whole numbers: those that stay in their order keep their text. A
     /// list without a number goes, one that is not there comes.
     void setNumbers(const JsonValue &object, QLatin1String key, const std::vector<quint32> &numbers);
-    /// The text of an object of these members, laid out like the last element of the list.
-    /// @param list absent: in one line, spaced like `around`
-    QByteArray elementText(const JsonValue &list, const JsonValue &around,
+    /// The text of an object of these members, laid out like another one.
+    /// @param like absent, or without members: all in one line, spaced like `around`
+    QByteArray elementText(const JsonValue &like, const JsonValue &around,
                            const QVector<Member> &members) const;
     /// The same, in one line.
     static QByteArray inLine(const QVector<Member> &members, bool isSpaced);
@@ -54,6 +54,8 @@ public:
     /// Makes the patches for all members that go and come. To be called once, at the end.
     void finish();
 
+    /// A whole number of a text that was checked, however it is spelled.
+    static quint32 wholeOf(const JsonValue &number);
     /// A text as JSON string.
     static QByteArray quoted(const QString &text);
 

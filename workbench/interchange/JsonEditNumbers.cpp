@@ -8,12 +8,6 @@ namespace {
 
 using Numbers = std::vector<quint32>;
 
-quint32 wholeOf(const JsonValue &value)
-{
-    bool ok = false;
-    return quint32(value.toDouble(&ok));
-}
-
 /// Which of the elements stay where the others go and all new numbers come behind; empty where that does not give
 /// the wanted list.
 std::vector<bool> staying(const JsonValue &list, const Numbers &wanted)
@@ -21,18 +15,24 @@ std::vector<bool> staying(const JsonValue &list, const Numbers &wanted)
     std::vector<bool> stays;
     size_t found = 0;
     for (const JsonValue element : list.children()) {
-        stays.push_back(found < wanted.size() && wholeOf(element) == wanted[found]);
+        stays.push_back(found < wanted.size() && JsonEdit::wholeOf(element) == wanted[found]);
         found += stays.back() ? 1 : 0;
     }
     const QSet<quint32> rest(wanted.begin() + qint64(found), wanted.end());
     for (const JsonValue element : list.children()) {
-        if (rest.contains(wholeOf(element)))
+        if (rest.contains(JsonEdit::wholeOf(element)))
             return {};
     }
     return stays;
 }
 
 } // namespace
+
+quint32 JsonEdit::wholeOf(const JsonValue &number)
+{
+    bool ok = false;
+    return quint32(number.toDouble(&ok));
+}
 
 void JsonEdit::setNumbers(const JsonValue &object, QLatin1String key, const Numbers &numbers)
 {

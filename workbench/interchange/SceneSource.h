@@ -44,6 +44,8 @@ public:
         quint64 parentId = 0;
         /// A save has put the object into the file since the scene was opened: nothing else there can refer to it.
         bool isMade = false;
+        /// It was deleted when the text was read or written.
+        bool isGone = false;
     };
 
     /// An object that stands in the file and has been deleted from the scene: saving leaves it where others may
@@ -67,6 +69,16 @@ public:
         bool isInExtras() const { return !valueSpan.isEmpty(); }
 
         JsonSpan memberSpan() const { return {memberOffset, valueSpan.end() - memberOffset}; }
+        /// The same where the extras that it stands in begin elsewhere.
+        EntryOrigin moved(quint32 from, quint32 to) const
+        {
+            EntryOrigin copy = *this;
+            if (isInExtras()) {
+                copy.memberOffset += to - from;
+                copy.valueSpan.offset += to - from;
+            }
+            return copy;
+        }
     };
 
     /// Absolute path of the file; empty for a scene that was never in one.
