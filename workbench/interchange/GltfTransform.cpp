@@ -1,6 +1,6 @@
 #include <interchange/GltfTransform.h>
 
-#include <interchange/sets/TextBuffer.h>
+#include <QByteArrayList>
 
 #include <algorithm>
 #include <cmath>
@@ -10,6 +10,9 @@ namespace interchange {
 namespace {
 
 constexpr double Rounding = 1e-9;
+/// What computing leaves of nothing, and how many digits it leaves of anything else.
+constexpr double Noise = 1e-15;
+constexpr int Digits = 15;
 
 template <size_t Count>
 bool readNumbers(const JsonValue &list, std::array<double, Count> &values)
@@ -174,18 +177,10 @@ QByteArray GltfTransform::text(bool isSpaced) const
 template <size_t Count>
 QByteArray GltfTransform::text(const std::array<double, Count> &values, bool isSpaced)
 {
-    TextBuffer out;
-    out.add("[");
-    for (size_t i = 0; i < Count; ++i) {
-        if (i > 0)
-            out.add(isSpaced ? ", " : ",");
-        if (values[i] == std::floor(values[i]) && std::abs(values[i]) < 1e9)
-            out.addInteger(qint64(values[i]));
-        else
-            out.addDouble(values[i]);
-    }
-    out.add("]");
-    return out.bytes();
+    QByteArrayList texts;
+    for (const double value : values)
+        texts.append(QByteArray::number(std::abs(value) < Noise ? 0.0 : value, 'g', Digits));
+    return '[' + texts.join(isSpaced ? ", " : ",") + ']';
 }
 
 template QByteArray GltfTransform::text(const std::array<double, 3> &values, bool isSpaced);

@@ -118,7 +118,14 @@ void JsonEdit::passUpRemovals()
     }
 }
 
-quint32 JsonEdit::parentOf(quint32 index)
+/// Whether it is a list in an object whose values stand apart from the colons.
+bool JsonEdit::isInSpaced(const JsonValue &container) const
+{
+    const JsonValue parent(&m_tree, parentOf(container.index()));
+    return container.isArray() && parent.isObject() && isSpaced(parent);
+}
+
+quint32 JsonEdit::parentOf(quint32 index) const
 {
     if (m_parents.empty()) {
         m_parents.resize(m_tree.size(), 0);
@@ -134,7 +141,7 @@ quint32 JsonEdit::parentOf(quint32 index)
     return m_parents[index];
 }
 
-bool JsonEdit::isElement(quint32 index)
+bool JsonEdit::isElement(quint32 index) const
 {
     return m_tree.cell(parentOf(index)).kind == JsonKind::Array;
 }
@@ -188,7 +195,7 @@ JsonEdit::Layout JsonEdit::layoutOf(const JsonValue &container) const
         layout.tail = between(end, container.span().end() - 1);
     if (count == 1 && layout.lead.contains('\n'))
         layout.separator = ',' + layout.lead;
-    else if (count == 1 && layout.colon.endsWith(' '))
+    else if (count < 2 && (layout.colon.endsWith(' ') || isInSpaced(container)))
         layout.separator = ", ";
     return layout;
 }

@@ -75,8 +75,9 @@ private:
         QByteArray tail; ///< behind the last member
     };
 
-    quint32 parentOf(quint32 index);
-    bool isElement(quint32 index);
+    quint32 parentOf(quint32 index) const;
+    bool isElement(quint32 index) const;
+    bool isInSpaced(const JsonValue &container) const;
     void passUpRemovals();
     void finish(const JsonValue &object, const Changes &changes);
     Layout layoutOf(const JsonValue &container) const;
@@ -87,8 +88,8 @@ private:
     const JsonTree &m_tree;
     quint32 m_base;
     JsonPatches &m_patches;
-    std::map<quint32, Changes> m_changes; ///< by the container's index
-    std::vector<quint32> m_parents;       ///< by index; made when it is first asked for
+    std::map<quint32, Changes> m_changes;   ///< by the container's index
+    mutable std::vector<quint32> m_parents; ///< by index; made when it is first asked for
 };
 
 } // namespace interchange
