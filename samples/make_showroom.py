@@ -6,7 +6,7 @@ extras hold every type that JSON knows, as a parts database would deliver them, 
 texts in several scripts, with markup, tabs and line breaks in them, keys with points, numbers too long for their types,
 and what has no form as an entry. The extras of the file itself hold what extras of objects cannot say: sets that objects
 share, locks, colours, assets, dates and times. Geometry is one box and one cylinder in an embedded buffer, placed and
-scaled by the nodes.
+scaled by the nodes. Two small pictures beside the file are what its sceneplates show.
 
 Usage: make_showroom.py [OUT.gltf]
 """
@@ -16,6 +16,7 @@ import math
 import os
 import struct
 import sys
+import zlib
 
 LINE = 110  # what fits into this many columns stands on one line
 
@@ -82,7 +83,7 @@ class Scene:
         self.data = bytearray()
         self.views, self.accessors = [], []
         self.materials, self.meshes, self.cameras, self.lights, self.nodes = [], [], [], [], []
-        self.sets, self.assets, self.objects, self.assigned = [], [], [], []
+        self.sets, self.assets, self.objects, self.assigned, self.groups = [], [], [], [], []
         self.shapes = {"box": self.shape(box()), "cylinder": self.shape(cylinder())}
 
     def view(self, data, target):
@@ -161,6 +162,16 @@ class Scene:
         self.objects.append({kind: index, "name": name, **members})
         return len(self.objects) - 1
 
+    def group(self, name, *materials):
+        """A group of materials."""
+        self.groups.append({"group": name})
+        place = sum("group" in item for item in self.groups) - 1
+        self.groups += [{"material": m, "name": self.materials[m]["name"], "in": place} for m in materials]
+
+    def plate(self, name, parent, image, placement):
+        """An image before or behind the scene, from a file beside this one."""
+        self.object(node=self.node(name, parent), sceneplate={"image": image, "placement": placement})
+
     def own(self, entries, color="#7f8c9b", **more):
         """The set of an object itself, where its extras do not say all of it."""
         return {"name": "", "color": color, **more, "entries": [self.entry(*e) for e in entries]}
@@ -171,7 +182,8 @@ class Scene:
 
     def annex(self):
         return {"version": 1, "sets": {"format": "metadata-sets", "version": 1, "sets": self.sets},
-                "assets": self.assets, "objects": self.objects, "assigned": self.assigned}
+                "assets": self.assets, "objects": self.objects, "assigned": self.assigned,
+                "materials": self.groups}
 
     def document(self):
         parents = {child for node in self.nodes for child in node.get("children", [])}
@@ -338,6 +350,12 @@ def build():
     light("Stand Lamp", "point", [1, 0.9, 0.75], 120, [3.6, 2.2, 1.9], [3.6, 0, 1.6], {"kelvin": 2700, "emergency": None},
           range=4)
     light("Floor Lamp", "point", [1, 0.85, 0.65], 60, [-5.2, 1.6, -5], [-3.7, 0, -3.4], {"kelvin": 2700}, range=4)
+    s.plate("Backdrop", room, "showroom-backdrop.png", "behind")
+    s.plate("Corner Mark", room, "showroom-mark.png", "inFront")
+    s.group("Building", concrete, plaster)
+    s.group("Vehicle", paint, rubber, alloy, glass)
+    s.group("Furniture", fabric, oak)
+    s.groups.append({"material": screen, "name": s.materials[screen]["name"]})
     add_sets(s, paint)
     return s.document()
 
@@ -355,7 +373,7 @@ def add_sets(s, paint):
         ("budget", "float", 12500.5), ("approved", "boolean", True), ("handover", "time", "09:30:00"),
         ("due", "date", "2024-07-01"), ("frozen", "dateTime", "2024-06-14T18:00:00"),
         ("reviewers", "list", ["Ada", "Grace", "Zoë"]), ("confidential", "tag")],
-        s.called("Delivery Van", "Body", "Battery Pack"))
+        s.called("Delivery Van", "Body", "Battery Pack", "Backdrop"))
     s.set("Wearing Part", "#4caf6e", [
         ("interval", "integer", 12), ("last visit", "date", "2024-05-02"), ("check from", "time", "08:15:00"),
         ("check", "list", ["brakes", "tyres", "door seals"]), ("wear", "float", 0.125), ("overdue", "boolean", False)],
@@ -385,8 +403,38 @@ def add_sets(s, paint):
     s.set("For the next fair", "#7f8c9b", [("polish", "tag"), ("bring along", "tag")])
 
 
+def picture(width, height, pixel):
+    """PNG file of what pixel(x, y), both from 0 to 1, answers: red, green, blue, opacity."""
+    def chunk(kind, data):
+        return struct.pack(">I", len(data)) + kind + data + struct.pack(">I", zlib.crc32(kind + data))
+
+    rows = b"".join(b"\0" + bytes(round(255 * c) for x in range(width) for c in pixel(x / width, y / height))
+                    for y in range(height))
+    return (b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", struct.pack(">2I5B", width, height, 8, 6, 0, 0, 0))
+            + chunk(b"IDAT", zlib.compress(rows, 9)) + chunk(b"IEND", b""))
+
+
+def dusk(x, y):
+    """A sky that gets lighter towards the horizon, above a dark plain."""
+    horizon = 0.68 + 0.02 * math.sin(9 * x) + 0.012 * math.sin(23 * x + 1)
+    if y > horizon:
+        return 0.13, 0.17, 0.2, 1
+    light = (y / horizon) ** 2
+    return 0.2 + 0.55 * light, 0.3 + 0.4 * light, 0.42 + 0.22 * light, 1
+
+
+def mark(x, y):
+    """A ring in the lower right corner; nothing elsewhere."""
+    distance = math.hypot((x - 0.92) * 16 / 9, y - 0.86)
+    return 0.02, 0.32, 0.38, 0.6 * max(0, min(1, 3 - abs(distance - 0.06) * 200))
+
+
 def main():
-    target = sys.argv[1] if len(sys.argv) > 1 else os.path.join(os.path.dirname(os.path.abspath(__file__)), "showroom.gltf")
+    folder = os.path.dirname(os.path.abspath(__file__))
+    target = sys.argv[1] if len(sys.argv) > 1 else os.path.join(folder, "showroom.gltf")
+    for name, pixel in (("backdrop", dusk), ("mark", mark)):
+        with open(os.path.join(os.path.dirname(target) or ".", "showroom-%s.png" % name), "wb") as file:
+            file.write(picture(320, 180, pixel))
     with open(target, "w", encoding="utf-8", newline="\n") as file:
         file.write(layout(build()) + "\n")
 

@@ -158,7 +158,7 @@ void TestSceneFile::opensTheSampleScene()
     QCOMPARE(document.objects(nkObjectType::Camera).size(), 3);
     QCOMPARE(document.objects(nkObjectType::Light).size(), 4);
     QCOMPARE(document.objects(nkObjectType::Material).size(), 9);
-    QCOMPARE(result.source->objectCount(), 79);
+    QCOMPARE(result.source->objectCount(), 81);
     QVERIFY(result.source->entryCount() > 150);
     QCOMPARE(result.report.keptCount() + result.report.converted().size(), result.source->entryCount());
 }

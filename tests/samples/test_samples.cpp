@@ -5,6 +5,8 @@
 #include <nkKernelServices/nkMetadataService.h>
 #include <nkKernelServices/nkdMetadata.h>
 
+#include <QImage>
+
 #include <memory>
 
 using interchange::ImportReason;
@@ -124,8 +126,9 @@ private Q_SLOTS:
         QSet<QString> names;
         int twice = 0;
         for (const auto kind :
-             {nkObjectType::Node, nkObjectType::Camera, nkObjectType::Light, nkObjectType::Material}) {
-            QVERIFY(Document::the().objects(kind).size() >= 3);
+             {nkObjectType::Node, nkObjectType::Camera, nkObjectType::Light, nkObjectType::Sceneplate,
+              nkObjectType::Material, nkObjectType::MaterialGroup}) {
+            QVERIFY(Document::the().objects(kind).size() >= 2);
             for (const quint64 id : Document::the().objects(kind)) {
                 const QString name = nkdSceneObject(nkdObject(id)).getName();
                 twice += int(names.contains(name));
@@ -133,6 +136,9 @@ private Q_SLOTS:
             }
         }
         QVERIFY(twice > 20);
+        for (const quint64 plate : Document::the().objects(nkObjectType::Sceneplate)) {
+            QVERIFY(!QImage(Document::the().sceneplateImage(plate)).isNull());
+        }
     }
 
     void the_scene_carries_texts_that_are_hard_to_show()
