@@ -26,6 +26,9 @@ constexpr QSize startSize(1400, 820);
 /// What of its width the panels have at the start; the modules have the rest.
 constexpr int panelWidth = 400;
 
+/// How long a message of a panel stands in the status line, in milliseconds.
+constexpr int messageTime = 8000;
+
 /// A text from outside as part of a menu entry: its ampersands are no mnemonics.
 QString menuText(const QString &text)
 {
@@ -89,6 +92,8 @@ void MainWindow::createPanels()
     m_panels = editors.panels();
     for (const EditorPanel *panel : m_panels) {
         connect(panel, &EditorPanel::metadataRequested, this, &MainWindow::showModules);
+        connect(panel, &EditorPanel::statusMessage, statusBar(),
+                [this](const QString &text) { statusBar()->showMessage(text, messageTime); });
     }
     m_view->addActions(editors.actions());
     m_endOfPanels = m_view->addSeparator();
