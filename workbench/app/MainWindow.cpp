@@ -33,6 +33,9 @@ constexpr QSize mostSize(1920, 1200);
 // What the window manager adds around the window; it is known only when the window is there.
 constexpr QSize decoration(8, 36);
 
+/// How long a message of a panel stands in the status line, in milliseconds.
+constexpr int messageTime = 8000;
+
 /// A text from outside as part of a menu entry: its ampersands are no mnemonics.
 QString menuText(const QString &text)
 {
@@ -102,6 +105,8 @@ void MainWindow::createPanels()
     m_panels = editors.panels();
     for (const EditorPanel *panel : m_panels) {
         connect(panel, &EditorPanel::metadataRequested, this, &MainWindow::showModules);
+        connect(panel, &EditorPanel::statusMessage, statusBar(),
+                [this](const QString &text) { statusBar()->showMessage(text, messageTime); });
     }
     m_view->insertActions(m_endOfPanels, editors.actions());
     for (QDockWidget *dock : editors.docks()) {

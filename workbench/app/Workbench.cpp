@@ -10,6 +10,9 @@
 #include "files/ImportReportDialog.h"
 #include "files/RecentFiles.h"
 #include "files/SceneSession.h"
+#include "history/LogDock.h"
+#include "history/SceneStatus.h"
+#include "history/UndoHistoryDock.h"
 #include "preferences/Preferences.h"
 #include "start/StartScreen.h"
 
@@ -74,6 +77,11 @@ Workbench::Workbench()
     connect(&nkLogService::the(), &nkLogService::reported, this, &Workbench::showReport);
     auto *assets = new AssetDock(m_window.get());
     m_window->addPanel(assets, assets->action());
+    auto *history = new UndoHistoryDock(m_window.get());
+    m_window->addPanel(history, history->action());
+    auto *log = new LogDock(m_window.get());
+    m_window->addPanel(log, log->action(), DockLayout::Place::Bottom, true);
+    m_window->statusBar()->addPermanentWidget(new SceneStatus(m_window.get()));
     // Last: what is wrong with the stored values is shown too.
     m_preferences = std::make_unique<Preferences>();
     m_preferences->readAfterPaintOf(m_window.get());
