@@ -103,6 +103,12 @@ void MainWindow::addPanel(QDockWidget *dock, QAction *action)
     m_view->insertAction(m_endOfPanels, action);
 }
 
+void MainWindow::addViewport(QDockWidget *dock, QAction *action)
+{
+    addDockWidget(Qt::RightDockWidgetArea, dock);
+    m_view->insertAction(m_endOfPanels, action);
+}
+
 void MainWindow::showPreferences()
 {
     QNKViewBase::commitOpenEditors();

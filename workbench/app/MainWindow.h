@@ -28,6 +28,10 @@ public:
                    const QString &shortTitle, bool startHidden);
     /// Places a panel behind that of the scene graph and lists its action in the View menu, after theirs.
     void addPanel(QDockWidget *dock, QAction *action);
+    /// Places the viewport above the modules, beside the panels, and lists its action in the View menu.
+    void addViewport(QDockWidget *dock, QAction *action);
+    /// Brings the frames of the modules into view.
+    void showModules();
     /// Takes the window of every module out of its frame, so that the plug-ins can be unloaded.
     void releaseModules();
 
@@ -51,7 +55,6 @@ private:
     void createEditMenu();
     void createViewMenu();
     void createPanels();
-    void showModules();
     void showPreferences();
     void shareSpace();
     void updateUndoActions();

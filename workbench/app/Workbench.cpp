@@ -11,6 +11,7 @@
 #include "files/RecentFiles.h"
 #include "files/SceneSession.h"
 #include "preferences/Preferences.h"
+#include "viewport/ViewportDock.h"
 
 #include "interchange/sets/SetFileCodec.h"
 #include "kernel/document/Document.h"
@@ -71,6 +72,7 @@ Workbench::Workbench()
     connect(&nkLogService::the(), &nkLogService::reported, this, &Workbench::showReport);
     auto *assets = new AssetDock(m_window.get());
     m_window->addPanel(assets, assets->action());
+    new ViewportDock(m_window.get(), m_session.get());
     // Last: what is wrong with the stored values is shown too.
     m_preferences = std::make_unique<Preferences>();
     m_preferences->readAfterPaintOf(m_window.get());
