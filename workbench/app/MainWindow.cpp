@@ -105,6 +105,7 @@ void MainWindow::addPanel(QDockWidget *dock, QAction *action)
 
 void MainWindow::addViewport(QDockWidget *dock, QAction *action)
 {
+    m_viewport = dock;
     addDockWidget(Qt::RightDockWidgetArea, dock);
     m_view->insertAction(m_endOfPanels, action);
 }
@@ -134,6 +135,9 @@ void MainWindow::shareSpace()
         widths.append((startSize.width() - panelWidth) / m_frames.size());
     }
     resizeDocks(docks, widths, Qt::Horizontal);
+    if (m_viewport && !m_frames.isEmpty()) {
+        resizeDocks({m_viewport, m_frames.constFirst()}, {1, 1}, Qt::Vertical);
+    }
 }
 
 void MainWindow::updateUndoActions()

@@ -68,5 +68,6 @@ private:
     QAction *m_endOfPanels = nullptr;
     QList<EditorPanel *> m_panels;
     QList<ModuleFrame *> m_frames;
+    QDockWidget *m_viewport = nullptr;
     std::function<bool()> m_mayClose;
 };

@@ -12,6 +12,9 @@ constexpr float degreesPerPixel = 0.4F;
 constexpr float steepest = 89.5F;
 /// How much of the viewport a box fills that was fitted.
 constexpr float share = 0.9F;
+/// Of the scene: the distance to what has no size.
+constexpr float sizeless = 0.3F;
+constexpr float smallest = 0.1F;
 constexpr float closest = 1e-4F;
 constexpr float farthest = 100;
 
@@ -57,16 +60,25 @@ void OrbitCamera::zoom(float factor, const QPointF &place)
     m_target += (right * float(away.x()) - up * float(away.y())) * before * less;
 }
 
+/// As near as all corners of the box allow.
 void OrbitCamera::fit(const SceneBox &box)
 {
     if (box.isEmpty()) {
         return;
     }
-    const float radius = box.radius() > 0 ? box.radius() : std::max(m_bounds.radius() * 0.1F, 0.1F);
-    const float vertical = qDegreesToRadians(VerticalAngle) / 2;
-    const float horizontal = std::atan(std::tan(vertical) * float(m_size.width() / m_size.height()));
+    const float vertical = std::tan(qDegreesToRadians(VerticalAngle) / 2) * share;
+    const float horizontal = vertical * float(m_size.width() / m_size.height());
     m_target = box.center();
-    m_distance = radius / (std::sin(std::min(vertical, horizontal)) * share);
+    m_distance = 1;
+    const QMatrix4x4 turned = view();
+    float distance = 0;
+    for (const QVector3D &corner : box.corners()) {
+        const QVector3D away = turned.mapVector(corner - m_target);
+        const float needed = std::max(std::abs(away.x()) / horizontal, std::abs(away.y()) / vertical);
+        distance = std::max(distance, needed + away.z());
+    }
+    const float usual = std::max(m_bounds.radius() * sizeless, smallest);
+    m_distance = std::max(distance, box.radius() > 0 ? box.radius() * 0.1F : usual);
 }
 
 QVector3D OrbitCamera::backward() const

@@ -13,7 +13,7 @@ namespace {
 constexpr float outlineWidth = 2;
 /// Directions in which what is selected is drawn once more, to be seen around itself.
 constexpr int outlineSteps = 8;
-constexpr int tintAlpha = 40;
+constexpr int tintAlpha = 26;
 constexpr int bandAlpha = 45;
 
 } // namespace

@@ -67,6 +67,15 @@ void ViewportControl::lookAtAll()
 void ViewportControl::setSize(const QSizeF &size)
 {
     m_camera.setSize(size);
+    if (m_looksAtAll) {
+        m_camera.fit(m_scene->bounds());
+    }
+}
+
+void ViewportControl::moved()
+{
+    m_looksAtAll = false;
+    Q_EMIT changed();
 }
 
 void ViewportControl::setShown(SceneGizmos::Kind kind, bool shown)
@@ -120,9 +129,11 @@ void ViewportControl::drag(const QPointF &place)
         m_camera.pan(place - m_last);
     } else {
         m_band = QRectF(m_pressed, place).normalized();
+        Q_EMIT changed();
+        return;
     }
     m_last = place;
-    Q_EMIT changed();
+    moved();
 }
 
 void ViewportControl::release(const QMouseEvent &event)
@@ -166,7 +177,7 @@ void ViewportControl::wheel(const QWheelEvent &event)
     const auto notches = float(event.angleDelta().y()) / 120;
     if (notches != 0.0F) {
         m_camera.zoom(std::pow(zoomByNotch, notches), event.position());
-        Q_EMIT changed();
+        moved();
     }
 }
 
@@ -217,26 +228,27 @@ bool ViewportControl::moveByKey(const QKeyEvent &event)
     } else {
         m_camera.orbit(way);
     }
-    Q_EMIT changed();
+    moved();
     return true;
 }
 
 void ViewportControl::zoomByKey(float factor)
 {
     m_camera.zoom(factor, QPointF(m_camera.size().width() / 2, m_camera.size().height() / 2));
-    Q_EMIT changed();
+    moved();
 }
 
 void ViewportControl::fitSelection()
 {
     const SceneBox box = m_scene->boundsOf(m_scene->mark(m_selection->ids()));
     m_camera.fit(box.isEmpty() ? m_scene->bounds() : box);
-    Q_EMIT changed();
+    moved();
 }
 
 void ViewportControl::fitAll()
 {
     m_camera.fit(m_scene->bounds());
+    m_looksAtAll = true;
     Q_EMIT changed();
 }
 

@@ -25,6 +25,7 @@ public:
     ~ViewportControl() override;
 
     const OrbitCamera &camera() const { return m_camera; }
+    /// Of the viewport. As long as nobody has moved the eye, it keeps looking at everything.
     void setSize(const QSizeF &size);
     Tool tool() const { return m_tool; }
     void setTool(Tool tool) { m_tool = tool; }
@@ -62,6 +63,7 @@ private:
     bool moveByKey(const QKeyEvent &event);
     void zoomByKey(float factor);
     void lookAtAll();
+    void moved();
 
     ViewportScene *m_scene;
     ViewportSelection *m_selection;
@@ -75,4 +77,5 @@ private:
     QPointF m_pressed;
     QPointF m_last;
     QRectF m_band;
+    bool m_looksAtAll = true;
 };
