@@ -36,6 +36,8 @@ public:
     /// From now on the window stands as it was left the last time, and remembers how it is left this time. Once, when
     /// all panels and modules are there. Without this it stands as laid out, the same everywhere.
     void rememberLayout();
+    /// Brings the frames of the modules into view.
+    void showModules();
     /// Takes the window of every module out of its frame, so that the plug-ins can be unloaded.
     void releaseModules();
 
@@ -61,7 +63,6 @@ private:
     void createEditMenu();
     void createViewMenu();
     void createPanels();
-    void showModules();
     void showPreferences();
     void updateUndoActions();
     QMenu *groupMenu(const QString &group);

@@ -15,6 +15,7 @@
 #include "history/UndoHistoryDock.h"
 #include "preferences/Preferences.h"
 #include "start/StartScreen.h"
+#include "viewport/ViewportDock.h"
 
 #include "interchange/sets/SetFileCodec.h"
 #include "kernel/document/Document.h"
@@ -82,6 +83,7 @@ Workbench::Workbench()
     auto *log = new LogDock(m_window.get());
     m_window->addPanel(log, log->action(), DockLayout::Place::Bottom, true);
     m_window->statusBar()->addPermanentWidget(new SceneStatus(m_window.get()));
+    new ViewportDock(m_window.get(), m_session.get());
     // Last: what is wrong with the stored values is shown too.
     m_preferences = std::make_unique<Preferences>();
     m_preferences->readAfterPaintOf(m_window.get());
