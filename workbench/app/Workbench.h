@@ -14,6 +14,7 @@ class MainWindow;
 class MainWindowService;
 class Preferences;
 class SceneSession;
+class StartScreen;
 class TaskProgress;
 
 namespace interchange {
@@ -36,7 +37,7 @@ public:
     /// Opens a scene in place of the present one. Where the file cannot be read, the present one stays.
     /// @return an empty text, or one sentence that says what failed, where, and what to do
     QString open(const QString &path);
-    /// Shows the window, and in the editor what the open scene has of metadata.
+    /// Shows the window: in the editor what the open scene has of metadata, the start screen where no scene is open.
     void show();
     /// The sample scene that ships with the workbench.
     static QString sampleScene();
@@ -46,8 +47,10 @@ public:
 
 private:
     void createFileMenu();
+    void createStartScreen();
     void tellImport() const;
     void showScene();
+    void showContent();
     static void showMetadata();
     void noteFile(const QString &path);
     void showImportReport();
@@ -62,5 +65,7 @@ private:
     PluginLoader m_plugins;
     std::unique_ptr<SceneSession> m_session;
     std::unique_ptr<FileCommands> m_files;
+    /// The window's.
+    StartScreen *m_start = nullptr;
     QPointer<ImportReportDialog> m_importReport;
 };

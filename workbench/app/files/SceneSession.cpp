@@ -7,7 +7,7 @@
 
 using kernel::Document;
 
-SceneSession::SceneSession(QObject *parent) : QObject(parent) {}
+SceneSession::SceneSession(const QString &sample, QObject *parent) : QObject(parent), m_sample(sample) {}
 
 SceneSession::~SceneSession() = default;
 
@@ -34,7 +34,9 @@ QString SceneSession::open(const QString &path)
     }
     m_source = result.source;
     m_report = result.report;
-    setPath(result.source->filePath);
+    m_hasScene = true;
+    const bool isSample = QFileInfo(result.source->filePath) == QFileInfo(m_sample);
+    setPath(isSample ? QString() : result.source->filePath);
     Q_EMIT sceneReplaced();
     return QString();
 }
@@ -52,6 +54,16 @@ SceneFile::Saved SceneSession::save(const QString &path, SceneFile::IfChanged if
 
 void SceneSession::clear()
 {
+    replace(true);
+}
+
+void SceneSession::close()
+{
+    replace(false);
+}
+
+void SceneSession::replace(bool hasScene)
+{
     // Not Document::clear(): what was copied from the old scene can be pasted into the new one.
     kernel::DocumentLoader empty;
     if (!empty.commit()) {
@@ -59,6 +71,7 @@ void SceneSession::clear()
     }
     m_source.reset();
     m_report = {};
+    m_hasScene = hasScene;
     setPath(QString());
     Q_EMIT sceneReplaced();
 }
