@@ -90,8 +90,8 @@ void GltfAnnexMatch::matchRemoved()
     for (const GltfAnnex::Reference &reference : m_annex.removed) {
         const bool isMaterial = reference.kind == Kind::Material;
         qint64 index = hiddenNode(reference);
-        if (isMaterial)
-            index = isNameAt(m_scene.materials, reference.index, reference.name) ? reference.index : -1;
+        if (isMaterial && isNameAt(m_scene.materials, reference.index, reference.name))
+            index = reference.index;
         std::vector<bool> &hidden = isMaterial ? m_isHiddenMaterial : m_isHidden;
         if (index < 0 || hidden[size_t(index)])
             continue;

@@ -55,7 +55,7 @@ void GltfPlacer::place()
         bool isLost = false;
         const auto transform = m_places.below(*node, store.idOf(parent), isLost);
         m_lostCount += isLost ? 1 : 0;
-        m_disturbedCount += isBound(node->index) ? 1 : 0;
+        m_disturbedCount += (transform || isLost) && isBound(node->index) ? 1 : 0;
         if (transform)
             place(node->index, *transform);
     }
