@@ -4,6 +4,7 @@
 #include <QGuiApplication>
 #include <QOffscreenSurface>
 #include <QOpenGLContext>
+#include <QOpenGLFunctions>
 
 namespace {
 
@@ -17,32 +18,59 @@ bool isRecent(const QSurfaceFormat &format, bool isEmbedded)
     return format.version() >= (isEmbedded ? qMakePair(2, 0) : qMakePair(2, 1));
 }
 
-QString look()
+struct Findings
+{
+    QString missing;
+    bool isSoftware = false;
+};
+
+bool isSoftwareOf(QOpenGLContext &context)
+{
+    const GLubyte *name = context.functions()->glGetString(GL_RENDERER);
+    const QByteArray renderer = QByteArray(reinterpret_cast<const char *>(name)).toLower();
+    return renderer.contains("llvmpipe") || renderer.contains("softpipe") || renderer.contains("software");
+}
+
+Findings look()
 {
     // It can make contexts, but has no windows that show what they draw.
     if (QGuiApplication::platformName() == QLatin1String("offscreen")
         || QGuiApplication::platformName() == QLatin1String("minimal")) {
-        return tr("There is no display.");
+        return {tr("There is no display.")};
     }
     QOpenGLContext context;
     if (!context.create()) {
-        return tr("This display has no OpenGL.");
+        return {tr("This display has no OpenGL.")};
     }
     QOffscreenSurface surface;
     surface.setFormat(context.format());
     surface.create();
     if (!context.makeCurrent(&surface)) {
-        return tr("OpenGL does not work on this display.");
+        return {tr("OpenGL does not work on this display.")};
     }
-    const bool isGood = isRecent(context.format(), context.isOpenGLES());
+    Findings found;
+    found.isSoftware = isSoftwareOf(context);
+    if (!isRecent(context.format(), context.isOpenGLES())) {
+        found.missing = tr("The OpenGL of this display is older than 2.1.");
+    }
     context.doneCurrent();
-    return isGood ? QString() : tr("The OpenGL of this display is older than 2.1.");
+    return found;
+}
+
+const Findings &findings()
+{
+    static const Findings found = look();
+    return found;
 }
 
 } // namespace
 
 QString OpenGlCheck::missing()
 {
-    static const QString text = look();
-    return text;
+    return findings().missing;
+}
+
+bool OpenGlCheck::isSoftware()
+{
+    return findings().isSoftware;
 }

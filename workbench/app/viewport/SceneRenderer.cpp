@@ -2,10 +2,7 @@
 
 #include "SceneShaders.h"
 
-#include <QVector2D>
-
 #include <array>
-#include <cmath>
 #include <cstddef>
 
 namespace {
@@ -41,7 +38,7 @@ bool SceneRenderer::initialize()
     initializeOpenGLFunctions();
     m_shaded = makeProgram(SceneShaders::shadedVertex, SceneShaders::shadedFragment);
     m_plain = makeProgram(SceneShaders::plainVertex, SceneShaders::plainFragment);
-    m_isReady = m_shaded && m_plain;
+    m_isReady = m_shaded && m_plain && m_outline.initialize();
     for (QOpenGLBuffer *buffer :
          {&m_vertices, &m_gizmoPoints, &m_opaque, &m_translucent, &m_shared, &m_selected}) {
         m_isReady = m_isReady && buffer->create();
@@ -57,6 +54,7 @@ void SceneRenderer::release()
     }
     m_shaded.reset();
     m_plain.reset();
+    m_outline.release();
     m_batches = nullptr;
     m_gizmos = nullptr;
     m_isReady = false;
@@ -104,8 +102,7 @@ void SceneRenderer::draw(const Frame &frame)
     glDisable(GL_SCISSOR_TEST);
     glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
     glDepthMask(GL_TRUE);
-    glStencilMask(0xff);
-    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT | GL_STENCIL_BUFFER_BIT);
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
     drawBackground(frame.look);
     if (m_batches) {
         glEnable(GL_DEPTH_TEST);
@@ -208,7 +205,6 @@ void SceneRenderer::usePlain(const QMatrix4x4 &matrix, const QColor &color)
 {
     m_plain->bind();
     m_plain->setUniformValue("matrix", matrix);
-    m_plain->setUniformValue("shift", QVector2D());
     glVertexAttrib4f(Color, float(color.redF()), float(color.greenF()), float(color.blueF()),
                      float(color.alphaF()));
 }

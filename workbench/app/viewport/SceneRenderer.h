@@ -2,6 +2,7 @@
 
 #include "SceneBatches.h"
 #include "SceneGizmos.h"
+#include "SceneOutline.h"
 
 #include <QColor>
 #include <QOpenGLBuffer>
@@ -58,7 +59,6 @@ private:
     void setMatrices(const Frame &frame, const QMatrix4x4 &model);
     void drawSelected(const Frame &frame);
     void drawSelectedMeshes(const QMatrix4x4 &viewProjection);
-    void drawOutline(const Frame &frame);
     void drawGizmos(const Frame &frame);
     void drawBand(const Frame &frame);
     void usePlain(const QMatrix4x4 &matrix, const QColor &color);
@@ -70,6 +70,7 @@ private:
     const SceneGizmos *m_gizmos = nullptr;
     Program m_shaded;
     Program m_plain;
+    SceneOutline m_outline;
     QOpenGLBuffer m_vertices{QOpenGLBuffer::VertexBuffer};
     QOpenGLBuffer m_gizmoPoints{QOpenGLBuffer::VertexBuffer};
     QOpenGLBuffer m_opaque{QOpenGLBuffer::IndexBuffer};

@@ -2,18 +2,12 @@
 
 #include "SceneRenderer.h"
 
-#include <QVector2D>
-
 #include <array>
-#include <cmath>
 
 namespace {
 
 /// Of the line around what is selected, in logical pixels.
 constexpr float outlineWidth = 2;
-/// Directions in which what is selected is drawn once more, to be seen around itself.
-constexpr int outlineSteps = 8;
-constexpr int tintAlpha = 26;
 constexpr int bandAlpha = 45;
 
 } // namespace
@@ -29,51 +23,20 @@ void SceneRenderer::drawSelectedMeshes(const QMatrix4x4 &viewProjection)
     }
 }
 
+/// What stands in front of it does not hide the outline.
 void SceneRenderer::drawSelected(const Frame &frame)
 {
-    if (m_selectedCount == 0 && m_selectedInstances.empty()) {
+    const bool isAny = m_selectedCount > 0 || !m_selectedInstances.empty();
+    if (!isAny || !m_outline.begin(frame.size)) {
         return;
     }
     bindVertices();
-    QColor tint = frame.look.highlight;
-    tint.setAlpha(tintAlpha);
-    usePlain(QMatrix4x4(), tint);
-    glEnable(GL_BLEND);
-    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
-    glEnable(GL_POLYGON_OFFSET_FILL);
-    glPolygonOffset(-1, -1);
+    usePlain(QMatrix4x4(), Qt::white);
     drawSelectedMeshes(frame.projection * frame.view);
-    glDisable(GL_POLYGON_OFFSET_FILL);
-    glDisable(GL_BLEND);
-    drawOutline(frame);
     glDisableVertexAttribArray(Position);
     m_vertices.release();
-}
-
-/// Marks where it is, then draws it moved a little to all sides wherever it is not. What stands in front of it does
-/// not hide the outline.
-void SceneRenderer::drawOutline(const Frame &frame)
-{
-    const QMatrix4x4 matrix = frame.projection * frame.view;
-    usePlain(matrix, frame.look.highlight);
-    glDisable(GL_DEPTH_TEST);
-    glEnable(GL_STENCIL_TEST);
-    glStencilFunc(GL_ALWAYS, 1, 0xff);
-    glStencilOp(GL_KEEP, GL_KEEP, GL_REPLACE);
-    glColorMask(GL_FALSE, GL_FALSE, GL_FALSE, GL_FALSE);
-    drawSelectedMeshes(matrix);
-    glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
-    glStencilFunc(GL_NOTEQUAL, 1, 0xff);
-    glStencilOp(GL_KEEP, GL_KEEP, GL_KEEP);
-    for (int i = 0; i < outlineSteps; ++i) {
-        const auto angle = float(2 * M_PI * i / outlineSteps);
-        const float way = 2 * outlineWidth * frame.pixelRatio;
-        m_plain->setUniformValue("shift", QVector2D(way * std::cos(angle) / float(frame.size.width()),
-                                                    way * std::sin(angle) / float(frame.size.height())));
-        drawSelectedMeshes(matrix);
-    }
-    glDisable(GL_STENCIL_TEST);
-    glEnable(GL_DEPTH_TEST);
+    m_outline.end();
+    m_outline.draw(frame.look.highlight, outlineWidth * frame.pixelRatio);
 }
 
 void SceneRenderer::drawGizmos(const Frame &frame)

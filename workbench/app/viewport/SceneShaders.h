@@ -39,18 +39,16 @@ void main()
 }
 )";
 
-/// Lines and areas in one colour, or in colours by corner; moved by a part of the picture.
+/// Lines and areas in one colour, or in colours by corner.
 constexpr const char *plainVertex = R"(
 attribute highp vec3 position;
 attribute lowp vec4 color;
 uniform highp mat4 matrix;
-uniform highp vec2 shift;
 varying lowp vec4 shade;
 void main()
 {
     shade = color;
     gl_Position = matrix * vec4(position, 1.0);
-    gl_Position.xy += shift * gl_Position.w;
 }
 )";
 
@@ -59,6 +57,38 @@ varying lowp vec4 shade;
 void main()
 {
     gl_FragColor = shade;
+}
+)";
+
+/// A line around white shapes: wherever one is near and none is.
+constexpr const char *outlineVertex = R"(
+attribute highp vec2 position;
+varying highp vec2 at;
+void main()
+{
+    at = position * 0.5 + 0.5;
+    gl_Position = vec4(position, 0.0, 1.0);
+}
+)";
+
+constexpr const char *outlineFragment = R"(
+varying highp vec2 at;
+uniform sampler2D shapes;
+uniform highp vec2 reach;
+uniform lowp vec4 color;
+void main()
+{
+    lowp float here = texture2D(shapes, at).r;
+    highp vec2 slant = reach * 0.7071;
+    lowp float near = texture2D(shapes, at + vec2(reach.x, 0.0)).r;
+    near = max(near, texture2D(shapes, at - vec2(reach.x, 0.0)).r);
+    near = max(near, texture2D(shapes, at + vec2(0.0, reach.y)).r);
+    near = max(near, texture2D(shapes, at - vec2(0.0, reach.y)).r);
+    near = max(near, texture2D(shapes, at + slant).r);
+    near = max(near, texture2D(shapes, at - slant).r);
+    near = max(near, texture2D(shapes, at + vec2(slant.x, -slant.y)).r);
+    near = max(near, texture2D(shapes, at + vec2(-slant.x, slant.y)).r);
+    gl_FragColor = vec4(color.rgb, near * (1.0 - here));
 }
 )";
 

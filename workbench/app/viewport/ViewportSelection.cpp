@@ -3,6 +3,7 @@
 #include "panels/EditorModule.h"
 
 #include <nkKernelServices/nkInternalUiService.h>
+#include <nkKernelServices/nkScenegraphService.h>
 #include <nkKernelServicesGUI/nkMetadataModuleSelection.h>
 
 #include <QSet>
@@ -43,6 +44,8 @@ void ViewportSelection::choose(const QList<quint64> &ids, How how)
     const QList<quint64> all = how == How::Replace ? ids : combined(this->ids(), ids, how == How::Toggle);
     nkMetadataModuleSelection::the().setLastSelectionModule(int(EditorModule::Scenegraph));
     m_service.select(all);
+    // Picked here, it is out of sight there as often as not.
+    nkScenegraphService::the().scrollToSelected();
 }
 
 void ViewportSelection::showMetadata()

@@ -1,5 +1,6 @@
 #include "ViewportWidget.h"
 
+#include "OpenGlCheck.h"
 #include "ViewportControl.h"
 #include "ViewportScene.h"
 
@@ -9,6 +10,7 @@
 
 namespace {
 
+/// Samples a pixel, where a graphics card takes them.
 constexpr int smoothness = 4;
 // Bright enough on dark backgrounds, dark enough on bright ones.
 const QColor selectionColor(255, 140, 0);
@@ -26,8 +28,7 @@ ViewportWidget::ViewportWidget(ViewportScene *scene, ViewportSelection *selectio
 {
     QSurfaceFormat format = QSurfaceFormat::defaultFormat();
     format.setDepthBufferSize(24);
-    format.setStencilBufferSize(8);
-    format.setSamples(smoothness);
+    format.setSamples(OpenGlCheck::isSoftware() ? 0 : smoothness);
     setFormat(format);
     setFocusPolicy(Qt::StrongFocus);
     setMinimumSize(120, 90);
