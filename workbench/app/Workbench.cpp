@@ -4,12 +4,14 @@
 #include "MainWindowService.h"
 #include "TaskProgress.h"
 #include "assets/AssetDock.h"
+#include "files/Autosave.h"
 #include "files/FileCommands.h"
 #include "files/FileDrops.h"
 #include "files/FileMenu.h"
 #include "files/ImportReportDialog.h"
 #include "files/RecentFiles.h"
 #include "files/SceneSession.h"
+#include "preferences/Language.h"
 #include "preferences/Preferences.h"
 
 #include "interchange/sets/SetFileCodec.h"
@@ -59,6 +61,9 @@ QString besideExecutable(const QString &name)
 
 Workbench::Workbench()
 {
+    // First: whatever is read of the preferences may be told to be damaged.
+    connect(&nkLogService::the(), &nkLogService::reported, this, &Workbench::showReport);
+    Language::install();
     nkIconManager::setSource(kernelIcons());
     m_window = std::make_unique<MainWindow>();
     m_windowService = std::make_unique<MainWindowService>(m_window.get());
@@ -68,10 +73,9 @@ Workbench::Workbench()
     m_progress = std::make_unique<TaskProgress>(m_window.get());
     kernel::ProgressDisplay::install(m_progress.get());
     createFileMenu();
-    connect(&nkLogService::the(), &nkLogService::reported, this, &Workbench::showReport);
     auto *assets = new AssetDock(m_window.get());
     m_window->addPanel(assets, assets->action());
-    // Last: what is wrong with the stored values is shown too.
+    // After the database, which a page shows.
     m_preferences = std::make_unique<Preferences>();
     m_preferences->readAfterPaintOf(m_window.get());
 }
@@ -79,6 +83,7 @@ Workbench::Workbench()
 Workbench::~Workbench()
 {
     QNKViewBase::commitOpenEditors();
+    m_autosave.reset();
     // Commands, clipboards and variants may hold what the plug-ins made; they go first, then the windows
     // leave their frames, then the code goes.
     kernel::Document::the().clear();
@@ -108,10 +113,15 @@ void Workbench::createFileMenu()
     connect(menu, &FileMenu::reportRequested, this, &Workbench::showImportReport);
     connect(new FileDrops(m_window.get()), &FileDrops::dropped, m_files.get(), &FileCommands::open);
     m_window->setCloseGuard([this] { return m_files->mayLeave(); });
-    connect(&kernel::Document::the(), &kernel::Document::modifiedChanged, m_window.get(),
-            &QWidget::setWindowModified);
+    connect(m_session.get(), &SceneSession::modifiedChanged, m_window.get(), &QWidget::setWindowModified);
     connect(m_session.get(), &SceneSession::pathChanged, this, &Workbench::noteFile);
     connect(m_session.get(), &SceneSession::sceneReplaced, this, &Workbench::showScene);
+    m_autosave = std::make_unique<Autosave>(m_session.get());
+}
+
+void Workbench::offerRecovery()
+{
+    m_autosave->offerAbandoned(m_window.get());
 }
 
 void Workbench::noteFile(const QString &path)
@@ -187,7 +197,11 @@ void Workbench::showMetadata()
 
 void Workbench::showReport(int level, const QString &title, const QString &text)
 {
-    if (level == errorLevel) {
+    if (!m_window) {
+        // Too early to show anything.
+        QMetaObject::invokeMethod(
+            this, [this, level, title, text] { showReport(level, title, text); }, Qt::QueuedConnection);
+    } else if (level == errorLevel) {
         m_window->showError(title, text);
     } else if (level == warningLevel) {
         m_window->statusBar()->showMessage(QStringLiteral("%1: %2").arg(title, text));

@@ -8,6 +8,7 @@
 
 #include <memory>
 
+class Autosave;
 class FileCommands;
 class ImportReportDialog;
 class MainWindow;
@@ -38,11 +39,14 @@ public:
     QString open(const QString &path);
     /// Shows the window, and in the editor what the open scene has of metadata.
     void show();
+    /// Asks about the scenes that a program which ended unexpectedly has left, and opens one where that is wanted.
+    void offerRecovery();
     /// The sample scene that ships with the workbench.
     static QString sampleScene();
 
     MainWindow *window() const { return m_window.get(); }
     SceneSession *session() const { return m_session.get(); }
+    Autosave *autosave() const { return m_autosave.get(); }
 
 private:
     void createFileMenu();
@@ -62,5 +66,6 @@ private:
     PluginLoader m_plugins;
     std::unique_ptr<SceneSession> m_session;
     std::unique_ptr<FileCommands> m_files;
+    std::unique_ptr<Autosave> m_autosave;
     QPointer<ImportReportDialog> m_importReport;
 };

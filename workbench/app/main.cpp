@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QLoggingCategory>
 #include <QTextStream>
+#include <QTimer>
 
 #include <cstdio>
 
@@ -73,5 +74,6 @@ int main(int argc, char **argv)
     if (!commandLine.screenshot.isEmpty()) {
         return runForPicture(workbench, commandLine.screenshot);
     }
+    QTimer::singleShot(0, &workbench, &Workbench::offerRecovery);
     return QApplication::exec();
 }

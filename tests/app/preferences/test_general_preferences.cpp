@@ -1,4 +1,6 @@
+#include "PageCheck.h"
 #include "TestMain.h"
+#include "preferences/Options.h"
 #include "preferences/Preferences.h"
 #include "preferences/Theme.h"
 
@@ -9,10 +11,12 @@
 #include <nkQt4Ext/QNKStringCompleterLineEdit.h>
 
 #include <QAbstractItemView>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QCompleter>
 #include <QFile>
 #include <QSignalSpy>
+#include <QSpinBox>
 #include <QStyle>
 #include <QTemporaryDir>
 
@@ -104,6 +108,46 @@ private Q_SLOTS:
         page.loadToPage();
         QCOMPARE(combo(page)->currentIndex(), 0);
         QVERIFY(!isDark());
+    }
+
+    void autosave_and_its_minutes_are_stored_and_come_back()
+    {
+        GeneralPreferences page;
+        page.setDefaults(true);
+        page.loadToPage();
+        auto *autosave = page.findChild<QCheckBox *>();
+        auto *minutes = page.findChild<QSpinBox *>();
+        QVERIFY(autosave->isChecked() && minutes->isEnabled());
+        QCOMPARE(minutes->value(), 5);
+        minutes->setValue(17);
+        autosave->setChecked(false);
+        QVERIFY(!minutes->isEnabled());
+        QCOMPARE(Options::autosave.value(), 1);
+        page.storeFromPage();
+        QCOMPARE(Options::autosave.value(), 0);
+        QCOMPARE(Options::autosaveMinutes.value(), 17);
+        Options::autosaveMinutes.store(0);
+        page.setDefaults(false);
+        page.loadToPage();
+        QVERIFY(!autosave->isChecked() && !minutes->isEnabled());
+        QCOMPARE(minutes->value(), 5);
+    }
+
+    void every_control_has_a_name_and_is_reached_by_keyboard()
+    {
+        GeneralPreferences page;
+        QCOMPARE(PageCheck::unnamed(page), QStringList());
+        QCOMPARE(PageCheck::unreached(page), QStringList());
+    }
+
+    void the_workbench_s_pages_come_in_order()
+    {
+        const Preferences preferences;
+        QStringList names;
+        for (const nkPreferencesCategory *category : nkPreferencesCategory::categories()) {
+            names.append(category->getName());
+        }
+        QCOMPARE(names, (QStringList{"General", "Files", "Assets"}));
     }
 
     void libraries_are_read_after_the_first_paint_and_not_before()

@@ -4,8 +4,6 @@
 #include "RecentMenu.h"
 #include "SceneSession.h"
 
-#include <kernel/document/Document.h>
-
 #include <QAction>
 #include <QMenu>
 
@@ -17,7 +15,7 @@ FileMenu::FileMenu(QMenu *menu, SceneSession *session, FileCommands *commands, Q
     addLeaving(commands);
     connect(session, &SceneSession::pathChanged, this, &FileMenu::update);
     connect(session, &SceneSession::sceneReplaced, this, &FileMenu::update);
-    connect(&kernel::Document::the(), &kernel::Document::modifiedChanged, this, &FileMenu::update);
+    connect(session, &SceneSession::modifiedChanged, this, &FileMenu::update);
     update();
 }
 
@@ -69,7 +67,7 @@ void FileMenu::addLeaving(FileCommands *commands)
 void FileMenu::update()
 {
     const bool hasFile = !m_session->path().isEmpty();
-    const bool isModified = SceneSession::isModified();
+    const bool isModified = m_session->isModified();
     // Save stays enabled without changes: an open editor may hold one.
     m_revert->setEnabled(hasFile);
     m_close->setEnabled(isModified || hasFile);
