@@ -1,4 +1,4 @@
-#include "FaultyFileCalls.h"
+#include "../interchange/FaultyFileCalls.h"
 #include "MainWindow.h"
 #include "Workbench.h"
 #include "files/BackupCopy.h"

@@ -254,7 +254,7 @@ void SceneImporter::addSets(Loader &loader)
             add(loader, sets.back(), entry);
     }
     for (const GltfAnnex::Asset &asset : m_annex.assets)
-        loader.setAsset(sets[asset.set], asset.state, asset.id);
+        loader.setAsset(sets[asset.set], asset.state, asset.id, asset.version);
     QHash<quint32, quint64> objects;
     for (auto at = m_annexOfNode.cbegin(); at != m_annexOfNode.cend(); ++at)
         objects.insert(at.value(), m_nodeIds[at.key()]);

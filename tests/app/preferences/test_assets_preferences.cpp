@@ -1,4 +1,4 @@
-#include "DatabaseServer.h"
+#include "../../interchange_assets/DatabaseServer.h"
 #include "PageCheck.h"
 #include "TestMain.h"
 #include "assets/AssetDatabase.h"

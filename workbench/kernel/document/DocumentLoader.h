@@ -60,7 +60,7 @@ public:
     /// Locks a scene object.
     bool lockObject(quint64 objectId);
     /// Gives a shared set its asset state; see Document::setAssetState.
-    bool setAsset(quint64 setId, AssetState state, const QString &assetId);
+    bool setAsset(quint64 setId, AssetState state, const QString &assetId, int version = 0);
 
     /// An entry at the end of the set.
     /// @param key made unique in the set; empty: "Key", made unique
