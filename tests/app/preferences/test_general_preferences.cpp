@@ -4,6 +4,7 @@
 #include "preferences/Preferences.h"
 #include "preferences/Theme.h"
 
+#include <ModalAnswer.h>
 #include <nkKernelServices/nkLogService.h>
 #include <nkKernelServices/nkMetadataService.h>
 #include <nkKernelServices/nkPreferencesService.h>
@@ -14,7 +15,9 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QCompleter>
+#include <QContextMenuEvent>
 #include <QFile>
+#include <QMenu>
 #include <QSignalSpy>
 #include <QSpinBox>
 #include <QStyle>
@@ -185,7 +188,68 @@ private Q_SLOTS:
         QCOMPARE(popup->model()->index(0, 0).data().toString(), QStringLiteral("oak"));
     }
 
+    void a_word_is_written_to_the_active_library_where_it_was_asked_for_and_nowhere_else()
+    {
+        QTemporaryDir folder;
+        const QString active = write(folder, "active.txt", "oak\n");
+        const QString other = write(folder, "other.txt", "elm\n");
+        Preferences preferences;
+        nkMetadataService::the().setStringLibraries({other, active});
+        nkMetadataService::the().setActiveStringLibraryIndex(1);
+        QWidget window;
+        preferences.readAfterPaintOf(&window);
+        window.show();
+        const std::unique_ptr<QNKStringCompleterLineEdit> edit(
+            nkMetadataGUIUtils::createMetadataLineEdit(nullptr));
+        edit->show();
+        const QAbstractItemView *popup = edit->findChild<QCompleter *>()->popup();
+        QTRY_VERIFY((edit->clear(), QTest::keyClicks(edit.get(), "oa"), popup->isVisible()));
+        // Typed and committed, and nothing more: no library takes it.
+        edit->clear();
+        QTest::keyClicks(edit.get(), "ash");
+        QTest::keyClick(edit.get(), Qt::Key_Return);
+        QCOMPARE(read(active), QByteArray("oak\n"));
+        QCOMPARE(lastOffer(edit.get(), true), QStringLiteral("Add \"ash\" to \"active.txt\""));
+        QCOMPARE(read(active), QByteArray("oak\nash\n"));
+        QCOMPARE(read(other), QByteArray("elm\n"));
+        QVERIFY2(!lastOffer(edit.get(), false).startsWith("Add"), "it is in the library now");
+        // No library is the one to write to.
+        nkMetadataService::the().setActiveStringLibraryIndex(-1);
+        edit->setText("birch");
+        QVERIFY(!lastOffer(edit.get(), false).startsWith("Add"));
+        QCOMPARE(read(active), QByteArray("oak\nash\n"));
+    }
+
 private:
+    static QString write(const QTemporaryDir &folder, const char *name, const QByteArray &content)
+    {
+        QFile file(folder.filePath(name));
+        return file.open(QIODevice::WriteOnly) && file.write(content) == content.size() ? file.fileName()
+                                                                                        : QString();
+    }
+    static QByteArray read(const QString &path)
+    {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("none");
+    }
+    /// The last entry of the edit's context menu. @param isTaken whether it is chosen
+    static QString lastOffer(QWidget *edit, bool isTaken)
+    {
+        QString shown;
+        const ModalAnswer answer = ModalAnswer::menu(ModalAnswer::MenuAction([&](QMenu *menu) {
+            QAction *last = menu->actions().constLast();
+            shown = last->text();
+            if (isTaken) {
+                last->trigger();
+            }
+            menu->close();
+        }));
+        QContextMenuEvent event(QContextMenuEvent::Keyboard, QPoint(1, 1), edit->mapToGlobal(QPoint(1, 1)));
+        QCoreApplication::sendEvent(edit, &event);
+        QTest::qWaitFor([] { return !QApplication::activePopupWidget(); });
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        return shown;
+    }
     static QString key() { return QStringLiteral("Workbench Theme"); }
     static QComboBox *combo(const QWidget &page) { return page.findChild<QComboBox *>(); }
     static bool isDark() { return QApplication::palette().color(QPalette::Base).lightness() < 100; }
