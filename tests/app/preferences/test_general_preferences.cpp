@@ -212,7 +212,8 @@ private Q_SLOTS:
         QCOMPARE(lastOffer(edit.get(), true), QStringLiteral("Add \"ash\" to \"active.txt\""));
         QCOMPARE(read(active), QByteArray("oak\nash\n"));
         QCOMPARE(read(other), QByteArray("elm\n"));
-        QVERIFY2(!lastOffer(edit.get(), false).startsWith("Add"), "it is in the library now");
+        // The library is read again before long.
+        QTRY_VERIFY2(!lastOffer(edit.get(), false).startsWith("Add"), "it is in the library now");
         // No library is the one to write to.
         nkMetadataService::the().setActiveStringLibraryIndex(-1);
         edit->setText("birch");
@@ -246,9 +247,9 @@ private:
         }));
         QContextMenuEvent event(QContextMenuEvent::Keyboard, QPoint(1, 1), edit->mapToGlobal(QPoint(1, 1)));
         QCoreApplication::sendEvent(edit, &event);
-        QTest::qWaitFor([] { return !QApplication::activePopupWidget(); });
+        const bool isClosed = QTest::qWaitFor([] { return !QApplication::activePopupWidget(); });
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        return shown;
+        return isClosed ? shown : QStringLiteral("a menu that stays open");
     }
     static QString key() { return QStringLiteral("Workbench Theme"); }
     static QComboBox *combo(const QWidget &page) { return page.findChild<QComboBox *>(); }

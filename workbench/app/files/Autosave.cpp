@@ -90,7 +90,7 @@ bool Autosave::write()
 
 bool Autosave::writeCopy()
 {
-    const QString path = m_slot->nextCopy(m_session->isBinary());
+    const QString path = m_slot->nextCopy(suffix());
     const SceneFile::Saved saved = SceneFile::save(path, m_session->source());
     if (saved.outcome == SceneFile::Saved::Cancelled) {
         return false;
@@ -108,12 +108,26 @@ bool Autosave::writeCopy()
     return true;
 }
 
-/// Empty where the file is another one by now: then it is not the one that the copy comes from.
+/// A copy stays of the kind that the scene is.
+QString Autosave::suffix() const
+{
+    const auto source = m_session->source();
+    const bool isOther = source && source->geometry;
+    return isOther                 ? QFileInfo(source->filePath).suffix()
+           : m_session->isBinary() ? QStringLiteral("glb")
+                                   : QStringLiteral("gltf");
+}
+
+/// Empty where the file is another one by now: then it is not the one that the copy comes from. Empty, too, where it
+/// is not the file alone that the scene comes from.
 QByteArray Autosave::fileHash()
 {
     const auto source = m_session->source();
-    if (!source || m_session->isRecovered()) {
+    if (m_session->isRecovered()) {
         return m_slot->note().fileHash;
+    }
+    if (!source || source->geometry || m_session->path().isEmpty()) {
+        return QByteArray();
     }
     if (m_hashedSource.lock() != source) {
         QFile file(m_session->path());

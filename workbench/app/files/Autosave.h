@@ -34,6 +34,7 @@ private:
     void followPreference();
     void writeWhenPossible();
     bool writeCopy();
+    QString suffix() const;
     QByteArray fileHash();
     void drop();
     void dropWhenSaved(bool isModified);

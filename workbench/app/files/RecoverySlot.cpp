@@ -96,12 +96,22 @@ bool RecoverySlot::readNote()
     return !m_note.copy.isEmpty() && QFileInfo(copy()).isFile();
 }
 
-QString RecoverySlot::nextCopy(bool isBinary) const
+QString RecoverySlot::nextCopy(const QString &suffix)
 {
     // Two names by turns: the present copy stays whole until the next one is.
     const bool isSecond = m_note.copy.startsWith(QLatin1String("first"));
-    const QString name = isSecond ? QStringLiteral("second") : QStringLiteral("first");
-    return QDir(m_folder).filePath(name + (isBinary ? QLatin1String(".glb") : QLatin1String(".gltf")));
+    const QString name = isSecond ? QStringLiteral("second.") : QStringLiteral("first.");
+    removeFiles({name + QLatin1Char('*')});
+    return QDir(m_folder).filePath(name + suffix);
+}
+
+void RecoverySlot::removeFiles(const QStringList &patterns)
+{
+    QDir folder(m_folder);
+    const QStringList names = folder.entryList(patterns, QDir::Files);
+    for (const QString &name : names) {
+        folder.remove(name);
+    }
 }
 
 QString RecoverySlot::take(const Note &note)
@@ -113,8 +123,8 @@ QString RecoverySlot::take(const Note &note)
     const QString error = kernel::DurableFile::replace(QDir(m_folder).filePath(noteName),
                                                        QJsonDocument(members).toJson());
     if (error.isEmpty()) {
-        if (!m_note.copy.isEmpty() && m_note.copy != note.copy) {
-            QFile::remove(copy());
+        if (!m_note.copy.isEmpty()) {
+            removeFiles({m_note.copy.section(QLatin1Char('.'), 0, 0) + QLatin1String(".*")});
         }
         m_note = note;
     }
@@ -129,14 +139,9 @@ QString RecoverySlot::copy() const
 /// Only what this program writes is removed, and no folder that holds anything else.
 void RecoverySlot::remove()
 {
-    QDir folder(m_folder);
     // The note first: without it, what is left after a crash in between is no copy to anybody.
-    folder.remove(noteName);
-    const QStringList names = folder.entryList(
-        {QStringLiteral("first.*"), QStringLiteral("second.*"), QStringLiteral("lock")}, QDir::Files);
-    for (const QString &name : names) {
-        folder.remove(name);
-    }
+    QFile::remove(QDir(m_folder).filePath(noteName));
+    removeFiles({QStringLiteral("first.*"), QStringLiteral("second.*"), QStringLiteral("lock")});
     m_lock.close();
     QDir().rmdir(m_folder);
 }

@@ -34,9 +34,9 @@ public:
     /// Lets go of the place; what is in it stays.
     ~RecoverySlot();
 
-    /// Absolute path for the next copy, which stands beside the present one until it is noted.
-    QString nextCopy(bool isBinary) const;
-    /// Makes that copy the one of this place, in one go, and removes the one before.
+    /// Absolute path for the next copy, which stands beside the present one until it is noted. @param suffix of its name
+    QString nextCopy(const QString &suffix);
+    /// Makes that copy the one of this place, in one go, and removes the one before with whatever belongs to it.
     /// @return the reason of the failure; empty on success
     QString take(const Note &note);
     const Note &note() const { return m_note; }
@@ -54,6 +54,7 @@ private:
     static QString root();
     bool hold();
     bool readNote();
+    void removeFiles(const QStringList &patterns);
 
     const QString m_folder;
     QFile m_lock;
