@@ -310,7 +310,7 @@ void TestFileMenu::remembersRecentFilesAndGreysThoseThatAreGone()
     for (int i = 0; i < 20; ++i) {
         RecentFiles::add(QString::number(i));
     }
-    QCOMPARE(RecentFiles::files().size(), RecentFiles::capacity);
+    QCOMPARE(RecentFiles::files().size(), RecentFiles::capacity());
     recentMenu()->actions().last()->trigger();
     QVERIFY(RecentFiles::files().isEmpty());
 }

@@ -4,6 +4,7 @@
 #include "MainWindowService.h"
 #include "TaskProgress.h"
 #include "assets/AssetDock.h"
+#include "files/Autosave.h"
 #include "files/FileCommands.h"
 #include "files/FileDrops.h"
 #include "files/FileMenu.h"
@@ -13,6 +14,7 @@
 #include "history/LogDock.h"
 #include "history/SceneStatus.h"
 #include "history/UndoHistoryDock.h"
+#include "preferences/Language.h"
 #include "preferences/Preferences.h"
 #include "start/StartScreen.h"
 #include "viewport/ViewportDock.h"
@@ -65,6 +67,9 @@ QString besideExecutable(const QString &name)
 
 Workbench::Workbench()
 {
+    // First: whatever is read of the preferences may be told to be damaged.
+    connect(&nkLogService::the(), &nkLogService::reported, this, &Workbench::showReport);
+    Language::install();
     nkIconManager::setSource(kernelIcons());
     m_window = std::make_unique<MainWindow>();
     m_windowService = std::make_unique<MainWindowService>(m_window.get());
@@ -75,7 +80,6 @@ Workbench::Workbench()
     kernel::ProgressDisplay::install(m_progress.get());
     createFileMenu();
     createStartScreen();
-    connect(&nkLogService::the(), &nkLogService::reported, this, &Workbench::showReport);
     auto *assets = new AssetDock(m_window.get());
     m_window->addPanel(assets, assets->action());
     auto *history = new UndoHistoryDock(m_window.get());
@@ -84,7 +88,7 @@ Workbench::Workbench()
     m_window->addPanel(log, log->action(), DockLayout::Place::Bottom, true);
     m_window->statusBar()->addPermanentWidget(new SceneStatus(m_window.get()));
     new ViewportDock(m_window.get(), m_session.get());
-    // Last: what is wrong with the stored values is shown too.
+    // After the database, which a page shows.
     m_preferences = std::make_unique<Preferences>();
     m_preferences->readAfterPaintOf(m_window.get());
 }
@@ -92,6 +96,7 @@ Workbench::Workbench()
 Workbench::~Workbench()
 {
     QNKViewBase::commitOpenEditors();
+    m_autosave.reset();
     // Commands, clipboards and variants may hold what the plug-ins made; they go first, then the windows
     // leave their frames, then the code goes.
     kernel::Document::the().clear();
@@ -121,10 +126,15 @@ void Workbench::createFileMenu()
     connect(menu, &FileMenu::reportRequested, this, &Workbench::showImportReport);
     connect(new FileDrops(m_window.get()), &FileDrops::dropped, m_files.get(), &FileCommands::open);
     m_window->setCloseGuard([this] { return m_files->mayLeave(); });
-    connect(&kernel::Document::the(), &kernel::Document::modifiedChanged, m_window.get(),
-            &QWidget::setWindowModified);
+    connect(m_session.get(), &SceneSession::modifiedChanged, m_window.get(), &QWidget::setWindowModified);
     connect(m_session.get(), &SceneSession::pathChanged, this, &Workbench::noteFile);
     connect(m_session.get(), &SceneSession::sceneReplaced, this, &Workbench::showScene);
+    m_autosave = std::make_unique<Autosave>(m_session.get());
+}
+
+void Workbench::offerRecovery()
+{
+    m_autosave->offerAbandoned(m_window.get());
 }
 
 void Workbench::createStartScreen()
@@ -219,7 +229,11 @@ void Workbench::showMetadata()
 
 void Workbench::showReport(int level, const QString &title, const QString &text)
 {
-    if (level == errorLevel) {
+    if (!m_window) {
+        // Too early to show anything.
+        QMetaObject::invokeMethod(
+            this, [this, level, title, text] { showReport(level, title, text); }, Qt::QueuedConnection);
+    } else if (level == errorLevel) {
         m_window->showError(title, text);
     } else if (level == warningLevel) {
         m_window->statusBar()->showMessage(QStringLiteral("%1: %2").arg(title, text));

@@ -8,6 +8,7 @@
 
 #include <memory>
 
+class Autosave;
 class FileCommands;
 class ImportReportDialog;
 class MainWindow;
@@ -39,11 +40,14 @@ public:
     QString open(const QString &path);
     /// Shows the window: in the editor what the open scene has of metadata, the start screen where no scene is open.
     void show();
+    /// Asks about the scenes that a program which ended unexpectedly has left, and opens one where that is wanted.
+    void offerRecovery();
     /// The sample scene that ships with the workbench.
     static QString sampleScene();
 
     MainWindow *window() const { return m_window.get(); }
     SceneSession *session() const { return m_session.get(); }
+    Autosave *autosave() const { return m_autosave.get(); }
 
 private:
     void createFileMenu();
@@ -67,5 +71,6 @@ private:
     std::unique_ptr<FileCommands> m_files;
     /// The window's.
     StartScreen *m_start = nullptr;
+    std::unique_ptr<Autosave> m_autosave;
     QPointer<ImportReportDialog> m_importReport;
 };

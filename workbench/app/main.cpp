@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QLoggingCategory>
 #include <QTextStream>
+#include <QTimer>
 
 #include <cstdio>
 
@@ -75,5 +76,6 @@ int main(int argc, char **argv)
     }
     workbench.window()->rememberLayout();
     workbench.show();
+    QTimer::singleShot(0, &workbench, &Workbench::offerRecovery);
     return QApplication::exec();
 }

@@ -4,8 +4,6 @@
 #include "RecentMenu.h"
 #include "SceneSession.h"
 
-#include <kernel/document/Document.h>
-
 #include <QAction>
 #include <QMenu>
 
@@ -17,7 +15,7 @@ FileMenu::FileMenu(QMenu *menu, SceneSession *session, FileCommands *commands, Q
     addLeaving(commands);
     connect(session, &SceneSession::pathChanged, this, &FileMenu::update);
     connect(session, &SceneSession::sceneReplaced, this, &FileMenu::update);
-    connect(&kernel::Document::the(), &kernel::Document::modifiedChanged, this, &FileMenu::update);
+    connect(session, &SceneSession::modifiedChanged, this, &FileMenu::update);
     update();
 }
 
