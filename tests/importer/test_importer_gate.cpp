@@ -195,7 +195,7 @@ void TestImporterGate::keepsTheListOfLoadersClosed()
         QVERIFY2(!LoaderList::isKnown((std::string("model.") + other).c_str(), true), other);
     }
     endings.removeDuplicates();
-    QVERIFY2(endings.size() >= 60, qPrintable(endings.join(QLatin1Char(' '))));
+    QVERIFY2(endings.size() >= 55, qPrintable(endings.join(QLatin1Char(' '))));
     for (const QString &ending : endings) {
         QVERIFY2(LoaderList::isKnown(("model." + ending).toLatin1().constData(), false), qPrintable(ending));
         QVERIFY(interchange::ImporterReader().isFor(ending, QByteArray()));

@@ -2,7 +2,7 @@
 #include "TestMain.h"
 
 #include <QDirIterator>
-#include <QElapsedTimer>
+#include <QRegularExpression>
 
 using namespace interchange;
 using namespace ImporterFixture;
@@ -15,11 +15,6 @@ class TestImporterModels : public QObject
 private Q_SLOTS:
     void opensOrRefuses_data();
     void opensOrRefuses();
-    void cleanupTestCase();
-
-private:
-    int m_files = 0;
-    int m_opened = 0;
 };
 
 namespace {
@@ -46,12 +41,29 @@ QStringList files()
     return all;
 }
 
+/// The models that the library of Debian 12 does not understand, or that are damaged on purpose. Animations without a
+/// model of their own are among them.
+bool isRefusedByTheLibrary(const QString &model)
+{
+    static const QRegularExpression list(QStringLiteral(
+        "^(invalid/.*|IRRMesh/.*\\.xml|MDL/MDL \\(HL1\\)/.*0[1-9]\\.mdl|TER/.*"
+        "|BLEND/BlenderDefault_262\\.blend|COB/(dwarf|molecule)_ascii\\.cob"
+        "|Collada/library_animation_clips\\.dae|FBX/transparentTest\\.fbx"
+        "|LWO/LWOB/(ConcavePolygon|MappingModes/bluewithcylindrictexz|sphere_with_mat_gloss_[15]0pc)\\.lwo"
+        "|XGL/sample_official_asxml\\.xml|NFF/NFF/cone\\.nff|OpenGEX/"
+        "(animation_example|empty_camera)\\.ogex)$"));
+    return list.match(model).hasMatch();
+}
+
 /// For a look at what became of each: NK_IMPORT_TABLE=FILE
-void tell(const QString &line)
+void tell(const QString &model, const Reading &reading)
 {
     QFile table(qEnvironmentVariable("NK_IMPORT_TABLE"));
-    if (!table.fileName().isEmpty() && table.open(QFile::Append))
-        table.write(line.toUtf8() + '\n');
+    if (table.fileName().isEmpty() || !table.open(QFile::Append))
+        return;
+    const QString outcome = reading.isRead ? QStringLiteral("%1 nodes").arg(reading.scene.nodes.size())
+                                           : QStringLiteral("refused: ") + reading.error;
+    table.write(model.toUtf8() + '\t' + outcome.toUtf8() + '\n');
 }
 
 } // namespace
@@ -70,26 +82,17 @@ void TestImporterModels::opensOrRefuses_data()
 void TestImporterModels::opensOrRefuses()
 {
     QFETCH(QString, path);
-    QElapsedTimer clock;
-    clock.start();
+    const QString model = QString::fromUtf8(QTest::currentDataTag());
     const Reading reading = read(path);
-    ++m_files;
-    m_opened += reading.isRead ? 1 : 0;
-    tell(QStringLiteral("%1\t%2\t%3\t%4")
-             .arg(clock.elapsed())
-             .arg(reading.isRead ? "open" : "refused")
-             .arg(QString::fromUtf8(QTest::currentDataTag()), reading.isRead
-                                                                  ? QStringLiteral("%1 nodes, %2 entries")
-                                                                        .arg(reading.scene.nodes.size())
-                                                                        .arg(reading.scene.entries.size())
-                                                                  : reading.error));
-    if (reading.isRead)
+    tell(model, reading);
+    if (reading.isRead) {
         QVERIFY(isSound(reading.scene));
-    else
-        QVERIFY2(reading.error.size() > 5 && !reading.error.contains(path), qPrintable(reading.error));
+        return;
+    }
+    QVERIFY2(reading.error.size() > 5 && !reading.error.contains(path), qPrintable(reading.error));
+    const bool isOurs = ImporterReader().isFor(QFileInfo(path).suffix().toLower(), QByteArray());
+    QVERIFY2(!isOurs || isRefusedByTheLibrary(model), qPrintable(reading.error));
 }
-
-void TestImporterModels::cleanupTestCase() {}
 
 NK_GUILESS_TEST_MAIN(TestImporterModels)
 #include "test_importer_models.moc"

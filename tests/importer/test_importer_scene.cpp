@@ -26,6 +26,7 @@ private Q_SLOTS:
     void tellsManyEqualNamesApart();
     void refusesNodesThatAreTooDeep();
     void mendsPositionsThatAreNoNumbers();
+    void readsTextInUtf16();
     void opensFilesWithOddNames();
 
 private:
@@ -260,6 +261,25 @@ void TestImporterScene::mendsPositionsThatAreNoNumbers()
     QCOMPARE(int(reading.scene.geometry->meshes.size()), 1);
     QCOMPARE(reading.scene.geometry->troubles.size(), 1);
     QVERIFY(reading.scene.geometry->troubles.at(0).contains(QStringLiteral("Odd")));
+}
+
+void TestImporterScene::readsTextInUtf16()
+{
+    const QString name = QString::fromUtf8("K\xc3\xa4se \xe6\xbc\xa2 \xf0\x9f\x8c\xb3");
+    const QString text = QString::fromUtf8(
+        collada(colladaNode("n1", name.toUtf8()) + colladaNode("n2", "Cut")));
+    for (const bool isLittle : {true, false}) {
+        QByteArray bytes(isLittle ? "\xff\xfe" : "\xfe\xff");
+        for (const QChar letter : text)
+            bytes += isLittle ? QByteArray(1, char(letter.cell())) + char(letter.row())
+                              : QByteArray(1, char(letter.row())) + char(letter.cell());
+        const Reading reading = readText("utf16.dae", bytes);
+        QVERIFY2(reading.isRead, qPrintable(reading.error));
+        QVERIFY(indexOf(reading.scene, name) > 0);
+        bytes.replace(isLittle ? QByteArray("C\0u\0t\0", 6) : QByteArray("\0C\0u\0t", 6),
+                      isLittle ? QByteArray("C\0\x3c\xd8t\0", 6) : QByteArray("\0C\xd8\x3c\0t", 6));
+        QVERIFY(indexOf(readText("half.dae", bytes).scene, QStringLiteral("C\uFFFDt")) > 0);
+    }
 }
 
 void TestImporterScene::opensFilesWithOddNames()

@@ -1,8 +1,34 @@
 #include "FolderFile.h"
 
+#include "Utf16.h"
+
 FolderFile::~FolderFile()
 {
     std::fclose(m_file);
+}
+
+bool FolderFile::beginsAsUtf16()
+{
+    std::string mark(2, '\0');
+    const size_t read = std::fread(&mark[0], 1, mark.size(), m_file);
+    std::rewind(m_file);
+    return read == mark.size() && Utf16::toUtf8(mark).has_value();
+}
+
+void FolderFile::readUtf16()
+{
+    if (!beginsAsUtf16())
+        return;
+    std::string bytes(m_size, '\0');
+    bytes.resize(std::fread(&bytes[0], 1, bytes.size(), m_file));
+    std::rewind(m_file);
+    m_text = Utf16::toUtf8(bytes).value_or(std::string());
+    FILE *text = m_text.empty() ? nullptr : fmemopen(&m_text[0], m_text.size(), "rb");
+    if (!text)
+        return;
+    std::fclose(m_file);
+    m_file = text;
+    m_size = m_text.size();
 }
 
 size_t FolderFile::Read(void *buffer, size_t size, size_t count)

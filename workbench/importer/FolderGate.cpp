@@ -110,13 +110,16 @@ Assimp::IOStream *FolderGate::Open(const char *path, const char *mode)
         return nullptr;
     const int descriptor = openPlain(absolute(path));
     struct stat status;
-    FILE *file = descriptor >= 0 && fstat(descriptor, &status) == 0 ? fdopen(descriptor, "rb") : nullptr;
-    if (file)
-        return new FolderFile(file,
-                              size_t(status.st_size)); // owned by the library, which brings it to Close()
-    if (descriptor >= 0)
-        close(descriptor);
-    return nullptr;
+    FILE *opened = descriptor >= 0 && fstat(descriptor, &status) == 0 ? fdopen(descriptor, "rb") : nullptr;
+    if (!opened) {
+        if (descriptor >= 0)
+            close(descriptor);
+        return nullptr;
+    }
+    auto *file = new FolderFile(opened, size_t(status.st_size)); // the library brings it to Close()
+    if (LoaderList::isText(path))
+        file->readUtf16();
+    return file;
 }
 
 void FolderGate::Close(Assimp::IOStream *file)

@@ -69,3 +69,8 @@ bool LoaderList::isKnown(const char *path, bool companionsToo)
     return contains(importkinds::Models, ending)
            || (companionsToo && contains(importkinds::Companions, ending));
 }
+
+bool LoaderList::isText(const char *path)
+{
+    return contains(importkinds::Texts, endingOf(path));
+}

@@ -15,4 +15,7 @@ void close(Assimp::Importer &importer);
 /// scenes together from several files use all loaders of the library for them; this keeps them to the list.
 bool isKnown(const char *path, bool companionsToo);
 
+/// Whether a file with this name holds text that its loader takes for UTF-8.
+bool isText(const char *path);
+
 } // namespace LoaderList
