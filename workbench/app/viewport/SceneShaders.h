@@ -34,7 +34,7 @@ void main()
     highp vec3 unit = normalize(facing);
     if (dot(unit, toEye) < 0.0)
         unit = -unit;
-    highp float light = 0.30 + 0.56 * dot(unit, toEye) + 0.14 * dot(unit, up);
+    highp float light = 0.42 + 0.46 * dot(unit, toEye) + 0.12 * dot(unit, up);
     gl_FragColor = vec4(shade.rgb * light, shade.a);
 }
 )";

@@ -1,6 +1,5 @@
 #include "ViewportWidget.h"
 
-#include "OpenGlCheck.h"
 #include "ViewportControl.h"
 #include "ViewportScene.h"
 
@@ -10,7 +9,7 @@
 
 namespace {
 
-/// Samples a pixel, where a graphics card takes them.
+/// Samples a pixel.
 constexpr int smoothness = 4;
 // Bright enough on dark backgrounds, dark enough on bright ones.
 const QColor selectionColor(255, 140, 0);
@@ -28,7 +27,7 @@ ViewportWidget::ViewportWidget(ViewportScene *scene, ViewportSelection *selectio
 {
     QSurfaceFormat format = QSurfaceFormat::defaultFormat();
     format.setDepthBufferSize(24);
-    format.setSamples(OpenGlCheck::isSoftware() ? 0 : smoothness);
+    format.setSamples(smoothness);
     setFormat(format);
     setFocusPolicy(Qt::StrongFocus);
     setMinimumSize(120, 90);
