@@ -88,10 +88,6 @@ bool isBluish(const QColor &color)
 {
     return color.blue() > 90 && color.green() < 40 && color.red() < 40;
 }
-bool isOutline(const QColor &color)
-{
-    return color.red() > 240 && color.blue() < 60;
-}
 
 } // namespace
 
