@@ -20,7 +20,7 @@ ViewportDock::ViewportDock(MainWindow *window, SceneSession *session)
     connect(session, &SceneSession::sceneReplaced, m_panel,
             [this, session] { m_panel->setSource(session->source()); });
     m_panel->setSource(session->source());
-    window->addViewport(this, m_action);
+    window->addPanel(this, m_action, DockLayout::Place::Middle);
     connect(m_panel, &ViewportPanel::metadataRequested, window, &MainWindow::showModules);
     tellState();
 }
