@@ -92,4 +92,27 @@ void main()
 }
 )";
 
+/// A picture in the middle of the viewport.
+constexpr const char *plateVertex = R"(
+attribute highp vec2 position;
+uniform highp vec2 share;
+varying highp vec2 at;
+void main()
+{
+    at = position * 0.5 + 0.5;
+    gl_Position = vec4(position * share, 0.0, 1.0);
+}
+)";
+
+constexpr const char *plateFragment = R"(
+varying highp vec2 at;
+uniform sampler2D picture;
+uniform lowp float opacity;
+void main()
+{
+    lowp vec4 color = texture2D(picture, at);
+    gl_FragColor = vec4(color.rgb, color.a * opacity);
+}
+)";
+
 } // namespace SceneShaders
