@@ -27,6 +27,7 @@ private Q_SLOTS:
     void saysWhereThereIsNothingToDraw();
     void drawsTheSceneOrSaysWhyNot();
     void outlinesWhatIsSelected();
+    void drawsSceneplatesBehindAndInFront();
     void aClickInThePictureSelects();
     void drawsAgainInAnotherWindow();
     void tellsWhatIsNotDrawnAsPlainText();
@@ -71,6 +72,17 @@ private:
         }
 
         ViewportPanel panel;
+        /// The same in a row of pixels, counted from the top.
+        int outlineInRow(int y)
+        {
+            const QImage image = panel.canvas()->grabFramebuffer();
+            int found = 0;
+            for (int x = 0; x < image.width(); ++x) {
+                found += isOutline(image.pixelColor(x, y)) ? 1 : 0;
+            }
+            return found;
+        }
+
         bool isReady = false;
     };
 
@@ -147,6 +159,33 @@ void TestViewportPanel::outlinesWhatIsSelected()
     f.select({"Left"});
     kernel::Document::the().deleteObjects(f.idsOf({"Left"}));
     QTRY_COMPARE(s.outlineBeside({-2, 0, 0}), 0);
+}
+
+void TestViewportPanel::drawsSceneplatesBehindAndInFront()
+{
+    const ViewportFixture f;
+    Shown s(f);
+    if (!hasGraphics()) {
+        return;
+    }
+    QImage image(8, 8, QImage::Format_RGB32);
+    image.fill(Qt::green);
+    const QString path = f.folder.filePath(QStringLiteral("green.png"));
+    QVERIFY(image.save(path));
+    auto &document = kernel::Document::the();
+    const quint64 plate = document.createSceneplate(QStringLiteral("Plate"), path,
+                                                    kernel::SceneplatePlacement::Behind);
+    QTRY_COMPARE(s.at({0, 0, 0}), QColor(Qt::green));
+    QVERIFY(isReddish(s.at({-2, 0, 0})));
+    const int before = s.outlineInRow(1);
+    nkScenegraphService::the().setSelection({nkdNode(nkdObject(plate))});
+    QVERIFY(s.outlineInRow(1) > before + 200);
+    // Half transparent: the scene is seen through it.
+    document.setSceneplatePlacement(plate, kernel::SceneplatePlacement::InFront);
+    QTRY_VERIFY(s.at({-2, 0, 0}).green() > 100);
+    QVERIFY(s.at({-2, 0, 0}).red() > s.at({2, 0, 0}).red());
+    document.deleteObjects({plate});
+    QTRY_VERIFY(isReddish(s.at({-2, 0, 0})));
 }
 
 void TestViewportPanel::aClickInThePictureSelects()
