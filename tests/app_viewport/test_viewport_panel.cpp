@@ -122,7 +122,8 @@ void TestViewportPanel::saysWhereThereIsNothingToDraw()
     ViewportPanel panel;
     panel.show();
     panel.setSource(source);
-    QVERIFY(panel.message().startsWith(QLatin1String("There is nothing to draw in this scene.")));
+    QCOMPARE(panel.message(), QStringLiteral("Reading the scene's geometry…"));
+    QTRY_VERIFY(panel.message().startsWith(QLatin1String("There is nothing to draw in this scene.")));
     QVERIFY(!panel.canvas());
 }
 
@@ -231,8 +232,8 @@ void TestViewportPanel::tellsWhatIsNotDrawnAsPlainText()
     ViewportPanel panel;
     panel.show();
     panel.setSource(source);
-    QCOMPARE(panel.notice(),
-             QStringLiteral("Not everything is drawn, for 2 reasons: <b>One</b> is missing."));
+    QTRY_COMPARE(panel.notice(),
+                 QStringLiteral("Not everything is drawn, for 2 reasons: <b>One</b> is missing."));
     const auto *label = panel.findChild<QLabel *>(QStringLiteral("notice"));
     QCOMPARE(label->textFormat(), Qt::PlainText);
     QVERIFY(label->toolTip().contains(QLatin1String("&lt;b&gt;One&lt;/b&gt; is missing.\nAnother, too.")));
