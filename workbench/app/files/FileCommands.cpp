@@ -53,6 +53,13 @@ void FileCommands::makeNew()
     }
 }
 
+void FileCommands::close()
+{
+    if (mayLeave()) {
+        m_session->close();
+    }
+}
+
 bool FileCommands::save()
 {
     QNKViewBase::commitOpenEditors();
@@ -138,8 +145,12 @@ bool FileCommands::mayLeave()
 
 QString FileCommands::suggestedPath() const
 {
-    const QString path = m_session->path();
-    return path.isEmpty() ? QDir(folder()).filePath(tr("Untitled") + QStringLiteral(".gltf")) : path;
+    if (!m_session->path().isEmpty()) {
+        return m_session->path();
+    }
+    // One that came from a file and has none of its own is a copy of it.
+    return QDir(folder()).filePath(m_session->source() ? QFileInfo(m_session->source()->filePath).fileName()
+                                                       : tr("Untitled") + QStringLiteral(".gltf"));
 }
 
 /// Where the person works: beside the open scene, else in the folder that they have chosen, else beside the last

@@ -23,7 +23,8 @@ FileHash hashOf(const QString &path)
 
 } // namespace
 
-SceneSession::SceneSession(QObject *parent) : QObject(parent), m_isToldModified(isModified())
+SceneSession::SceneSession(const QString &sample, QObject *parent)
+    : QObject(parent), m_sample(sample), m_isToldModified(isModified())
 {
     connect(&Document::the(), &Document::modifiedChanged, this, &SceneSession::tellModified);
 }
@@ -53,7 +54,8 @@ QString SceneSession::open(const QString &path)
     }
     take(result);
     setRecovered(false);
-    setPath(result.source->filePath);
+    const bool isSample = QFileInfo(result.source->filePath) == QFileInfo(m_sample);
+    setPath(isSample ? QString() : result.source->filePath);
     Q_EMIT sceneReplaced();
     return QString();
 }
@@ -80,6 +82,7 @@ void SceneSession::take(const SceneFile::Result &result)
 {
     m_source = result.source;
     m_report = result.report;
+    m_hasScene = true;
 }
 
 SceneFile::Saved SceneSession::save(const QString &path, SceneFile::IfChanged ifChanged)
@@ -130,6 +133,16 @@ QString SceneSession::backUp(const QString &path, SceneFile::IfChanged ifChanged
 
 void SceneSession::clear()
 {
+    replace(true);
+}
+
+void SceneSession::close()
+{
+    replace(false);
+}
+
+void SceneSession::replace(bool hasScene)
+{
     // Not Document::clear(): what was copied from the old scene can be pasted into the new one.
     kernel::DocumentLoader empty;
     if (!empty.commit()) {
@@ -137,6 +150,7 @@ void SceneSession::clear()
     }
     m_source.reset();
     m_report = {};
+    m_hasScene = hasScene;
     setRecovered(false);
     setPath(QString());
     Q_EMIT sceneReplaced();

@@ -10,13 +10,16 @@ class SceneSession : public QObject
 {
     Q_OBJECT
 public:
-    explicit SceneSession(QObject *parent = nullptr);
+    /// @param sample a file that is opened as a scene without a file, so that nobody saves over it
+    explicit SceneSession(const QString &sample = QString(), QObject *parent = nullptr);
     ~SceneSession() override;
 
     /// Absolute path of the scene's file; empty for one that was never saved.
     QString path() const { return m_path; }
     /// The file's name, or what stands for it.
     QString title() const;
+    /// Whether there is a scene at all, with or without a file.
+    bool hasScene() const { return m_hasScene; }
     /// Whether there is anything that would be lost: changes since the scene was opened or saved.
     bool isModified() const;
     /// Whether the scene is a binary one, so that a copy has to be one, too.
@@ -38,6 +41,8 @@ public:
     SceneFile::Saved save(const QString &path, SceneFile::IfChanged ifChanged = SceneFile::IfChanged::Refuse);
     /// An empty scene without a file in place of the present one.
     void clear();
+    /// No scene in place of the present one.
+    void close();
 
     /// What came of the metadata in the file when it was opened.
     const interchange::ImportReport &report() const { return m_report; }
@@ -53,6 +58,7 @@ Q_SIGNALS:
     void modifiedChanged(bool modified);
 
 private:
+    void replace(bool hasScene);
     void setPath(const QString &path);
     void setRecovered(bool isRecovered);
     void tellModified();
@@ -61,6 +67,8 @@ private:
     QString backUp(const QString &path, SceneFile::IfChanged ifChanged) const;
 
     QString m_path;
+    const QString m_sample;
+    bool m_hasScene = false;
     std::shared_ptr<const interchange::SceneSource> m_source;
     interchange::ImportReport m_report;
     bool m_isRecovered = false;

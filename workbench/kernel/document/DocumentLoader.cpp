@@ -143,6 +143,17 @@ bool DocumentLoader::setAsset(quint64 setId, AssetState state, const QString &as
     return true;
 }
 
+bool DocumentLoader::setSceneplate(quint64 id, const QString &imagePath, SceneplatePlacement placement)
+{
+    const Slot plate = m_target && m_mode == Mode::Replace ? m_target->objectSlot(id) : NoSlot;
+    if (plate == NoSlot || m_target->object(plate).type != nkObjectType::Sceneplate) {
+        return false;
+    }
+    SceneplateRecord content{imagePath, placement};
+    m_target->swapSceneplate(plate, content);
+    return true;
+}
+
 quint64 DocumentLoader::addEntry(quint64 setId, const QString &key, nkMetadataTypes::ValueType type,
                                  const QVariant &value)
 {

@@ -1,9 +1,11 @@
 #pragma once
 
 #include "AssetState.h"
+#include "ChildList.h"
 #include "EntryValue.h"
 #include "IndexTable.h"
 #include "KeyPool.h"
+#include "SceneplatePlacement.h"
 #include "SlotList.h"
 #include "UniqueNames.h"
 
@@ -42,12 +44,31 @@ struct AssignmentLink
     LinkIndex nextInObject = NoLink;
 };
 
+/// Where a scene object stands: below which other (NoSlot: at the top level), and where among its siblings.
+struct ObjectPlace
+{
+    Slot parent = NoSlot;
+    Rank rank = 0;
+};
+
+/// What a sceneplate has beside what all scene objects have.
+struct SceneplateRecord
+{
+    QString imagePath;
+    SceneplatePlacement placement = SceneplatePlacement::Behind;
+
+    bool operator==(const SceneplateRecord &other) const
+    {
+        return imagePath == other.imagePath && placement == other.placement;
+    }
+};
+
 /// A scene object.
 struct ObjectRecord
 {
     QString name;
-    SlotList children;
-    Slot parent = NoSlot;
+    ChildList children;
+    ObjectPlace place;
     Slot objectSet = NoSlot;
     LinkEnds links;
     nkObjectType type = nkObjectType::Null;
