@@ -149,8 +149,9 @@ QString FileCommands::suggestedPath() const
         return m_session->path();
     }
     // One that came from a file and has none of its own is a copy of it.
-    return QDir(folder()).filePath(m_session->source() ? QFileInfo(m_session->source()->filePath).fileName()
-                                                       : tr("Untitled") + QStringLiteral(".gltf"));
+    const QString name = m_session->source() ? QFileInfo(m_session->source()->filePath).fileName()
+                                             : QString();
+    return QDir(folder()).filePath(name.isEmpty() ? tr("Untitled") + QStringLiteral(".gltf") : name);
 }
 
 /// Where the person works: beside the open scene, else in the folder that they have chosen, else beside the last
