@@ -56,8 +56,6 @@ EditorCommands::EditorCommands(EditorPanel *panel)
     for (const EditorCommandRow &row : qAsConst(m_rows)) {
         m_actions.insert(row.command, makeAction(row));
     }
-    connect(panel->view()->selectionModel(), &QItemSelectionModel::selectionChanged, this,
-            &EditorCommands::update);
     connect(panel->view()->selectionModel(), &QItemSelectionModel::currentChanged, this,
             &EditorCommands::update);
     connect(panel->model(), &QAbstractItemModel::dataChanged, this, &EditorCommands::update);
@@ -180,9 +178,11 @@ nkObjectType EditorCommands::groupType() const
 void EditorCommands::create(nkObjectType type)
 {
     // In lists, which show one kind out of the whole tree, the new one comes at the end.
-    const quint64 near = m_panel->model()->isTree() ? m_panel->model()->idOf(m_panel->view()->currentIndex())
-                                                    : 0;
-    finish(SceneEditing::create(type, near), true);
+    // A view with the focus has a current row, whether or not a person has chosen it.
+    const QList<quint64> ids = m_panel->selectedObjects();
+    const quint64 current = m_panel->model()->idOf(m_panel->view()->currentIndex());
+    const quint64 chosen = ids.contains(current) ? current : ids.value(ids.size() - 1);
+    finish(SceneEditing::create(type, m_panel->model()->isTree() ? chosen : 0), true);
 }
 
 void EditorCommands::createSceneplate()
