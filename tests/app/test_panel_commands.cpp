@@ -9,6 +9,7 @@
 #include <nkQt4Ext/QNKSearchBox.h>
 
 #include <QAction>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QLineEdit>
 #include <QMenu>
@@ -48,6 +49,8 @@ private Q_SLOTS:
     void theKeysOfAnOpenNameAreItsOwn();
     void undoStepsAreTitled();
     void thePersonsGestureMovesTheLastSelection();
+    void tenThousandOfAHundredThousandAreDeletedAndMoved_data();
+    void tenThousandOfAHundredThousandAreDeletedAndMoved();
     void everyCommandStandsInTheMenuAndIsNamed_data() { addPanelRows(); }
     void everyCommandStandsInTheMenuAndIsNamed();
 
@@ -403,6 +406,57 @@ void TestPanelCommands::thePersonsGestureMovesTheLastSelection()
     nkMetadataModuleSelection::the().setLastSelectionModule(f.elsewhere());
     Document::the().undo(); // the light goes, and takes nobody's gesture
     QCOMPARE(PanelFixture::last(), f.elsewhere());
+}
+
+void TestPanelCommands::tenThousandOfAHundredThousandAreDeletedAndMoved_data()
+{
+    QTest::addColumn<int>("parents");
+    QTest::newRow("all side by side") << 0;
+    QTest::newRow("below a hundred") << 100;
+}
+
+/// No figures are asked for: what is not linear takes minutes.
+void TestPanelCommands::tenThousandOfAHundredThousandAreDeletedAndMoved()
+{
+    QFETCH(int, parents);
+    constexpr int count = 100000;
+    PanelFixture f(EditorModule::Scenegraph);
+    f.show();
+    QList<quint64> groups{0};
+    QList<quint64> chosen;
+    {
+        kernel::DocumentLoader loader;
+        for (int i = 0; i < parents; ++i) {
+            groups << loader.addObject(nkObjectType::Node, QStringLiteral("group"));
+        }
+        for (int i = 0; i < count; ++i) {
+            const quint64 id = loader.addObject(nkObjectType::Node, QString::number(i),
+                                                groups.at(parents == 0 ? 0 : 1 + i % parents));
+            if (i % 10 == 3) {
+                chosen << id;
+            }
+        }
+        loader.commit();
+    }
+    f.view->expandAll();
+    f.panel->selectObjects(chosen);
+    QElapsedTimer timer;
+    timer.start();
+    trigger(f, C::Delete);
+    f.view->grab();
+    qInfo("deleting 10,000 of 100,000: %lld ms", timer.restart());
+    QCOMPARE(Document::the().objectCount(), count + parents - chosen.size());
+    QVERIFY(Document::the().undo());
+    f.view->grab();
+    qInfo("undoing that: %lld ms", timer.restart());
+    f.panel->selectObjects(chosen);
+    trigger(f, C::GroupSelected);
+    f.view->grab();
+    qInfo("moving 10,000 of 100,000: %lld ms", timer.restart());
+    QCOMPARE(Document::the().childrenOf(f.service.selection().value(0)).size(), chosen.size());
+    QVERIFY(Document::the().undo());
+    f.view->grab();
+    qInfo("undoing that: %lld ms", timer.restart());
 }
 
 void TestPanelCommands::everyCommandStandsInTheMenuAndIsNamed()
