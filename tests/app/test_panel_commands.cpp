@@ -9,7 +9,6 @@
 #include <nkQt4Ext/QNKSearchBox.h>
 
 #include <QAction>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QLineEdit>
 #include <QMenu>
@@ -41,6 +40,7 @@ private Q_SLOTS:
     void deletingAndUndoingBringsBackTheWholeDocument();
     void aLockedObjectIsNeitherDeletedNorMovedNorGrouped();
     void lockingIsUndoneLikeAnythingElse();
+    void whatASearchHidesIsNotDeleted();
     void keysMoveTheSelectionUpAndDown();
     void objectsOfDifferentParentsAreNotMovedUp();
     void moveToAsksForTheNewParent();
@@ -49,8 +49,6 @@ private Q_SLOTS:
     void theKeysOfAnOpenNameAreItsOwn();
     void undoStepsAreTitled();
     void thePersonsGestureMovesTheLastSelection();
-    void tenThousandOfAHundredThousandAreDeletedAndMoved_data();
-    void tenThousandOfAHundredThousandAreDeletedAndMoved();
     void everyCommandStandsInTheMenuAndIsNamed_data() { addPanelRows(); }
     void everyCommandStandsInTheMenuAndIsNamed();
 
@@ -280,6 +278,21 @@ void TestPanelCommands::lockingIsUndoneLikeAnythingElse()
     QTRY_VERIFY(!lock->isChecked());
 }
 
+void TestPanelCommands::whatASearchHidesIsNotDeleted()
+{
+    PanelFixture f(EditorModule::Scenegraph);
+    f.show();
+    f.click(QStringLiteral("Sun"));
+    f.click(QStringLiteral("Hand"), Qt::ControlModifier);
+    f.panel->searchBox()->lineEdit()->setText(QStringLiteral("sun"));
+    trigger(f, C::Delete);
+    f.panel->searchBox()->lineEdit()->clear();
+    QCOMPARE(f.rows(), QStringLiteral("Root(Eye Spare Lamp Plate Board Arm(Hand)) Plain"));
+    f.panel->searchBox()->lineEdit()->setText(QStringLiteral("eye"));
+    f.service.select(f.idsOf({"Hand"}));
+    QVERIFY(!f.panel->commands()->action(C::Delete)->isEnabled());
+}
+
 void TestPanelCommands::keysMoveTheSelectionUpAndDown()
 {
     PanelFixture f(EditorModule::Scenegraph);
@@ -406,57 +419,6 @@ void TestPanelCommands::thePersonsGestureMovesTheLastSelection()
     nkMetadataModuleSelection::the().setLastSelectionModule(f.elsewhere());
     Document::the().undo(); // the light goes, and takes nobody's gesture
     QCOMPARE(PanelFixture::last(), f.elsewhere());
-}
-
-void TestPanelCommands::tenThousandOfAHundredThousandAreDeletedAndMoved_data()
-{
-    QTest::addColumn<int>("parents");
-    QTest::newRow("all side by side") << 0;
-    QTest::newRow("below a hundred") << 100;
-}
-
-/// No figures are asked for: what is not linear takes minutes.
-void TestPanelCommands::tenThousandOfAHundredThousandAreDeletedAndMoved()
-{
-    QFETCH(int, parents);
-    constexpr int count = 100000;
-    PanelFixture f(EditorModule::Scenegraph);
-    f.show();
-    QList<quint64> groups{0};
-    QList<quint64> chosen;
-    {
-        kernel::DocumentLoader loader;
-        for (int i = 0; i < parents; ++i) {
-            groups << loader.addObject(nkObjectType::Node, QStringLiteral("group"));
-        }
-        for (int i = 0; i < count; ++i) {
-            const quint64 id = loader.addObject(nkObjectType::Node, QString::number(i),
-                                                groups.at(parents == 0 ? 0 : 1 + i % parents));
-            if (i % 10 == 3) {
-                chosen << id;
-            }
-        }
-        loader.commit();
-    }
-    f.view->expandAll();
-    f.panel->selectObjects(chosen);
-    QElapsedTimer timer;
-    timer.start();
-    trigger(f, C::Delete);
-    f.view->grab();
-    qInfo("deleting 10,000 of 100,000: %lld ms", timer.restart());
-    QCOMPARE(Document::the().objectCount(), count + parents - chosen.size());
-    QVERIFY(Document::the().undo());
-    f.view->grab();
-    qInfo("undoing that: %lld ms", timer.restart());
-    f.panel->selectObjects(chosen);
-    trigger(f, C::GroupSelected);
-    f.view->grab();
-    qInfo("moving 10,000 of 100,000: %lld ms", timer.restart());
-    QCOMPARE(Document::the().childrenOf(f.service.selection().value(0)).size(), chosen.size());
-    QVERIFY(Document::the().undo());
-    f.view->grab();
-    qInfo("undoing that: %lld ms", timer.restart());
 }
 
 void TestPanelCommands::everyCommandStandsInTheMenuAndIsNamed()

@@ -1,8 +1,8 @@
+#include "../widgets_itemmodel/SignalChecker.h"
 #include "PanelFixture.h"
 
 #include "gui/tree/TreeDragRecord.h"
 
-#include <SignalChecker.h>
 #include <TestMain.h>
 #include <nkKernelServices/nkScopedUndo.h>
 #include <nkQt4Ext/QNKSearchBox.h>
@@ -26,6 +26,7 @@ private Q_SLOTS:
     void nothingIsDroppedBelowItself();
     void materialsAreDroppedOnGroupsAlone();
     void listsTakeNoDrops();
+    void treesTakeTheirOwnRowsAndListsNone();
     void dragsCarryWhatTreesOfMetadataUnderstand();
     void everyMoveOfRowsIsAnnounced();
     void manyRowsThatGoAtOnceAreAnnounced();
@@ -102,6 +103,17 @@ void TestPanelDrops::listsTakeNoDrops()
     QVERIFY(!drop(f, {"Sun"}, {}, 0));
     QVERIFY(f.row("Sun").flags().testFlag(Qt::ItemIsDragEnabled));
     QVERIFY(!f.row("Sun").flags().testFlag(Qt::ItemIsDropEnabled));
+}
+
+void TestPanelDrops::treesTakeTheirOwnRowsAndListsNone()
+{
+    const PanelFixture tree(EditorModule::Material);
+    QCOMPARE(tree.view->dragDropMode(), QAbstractItemView::InternalMove);
+    // What is proposed as a copy, for the trees of metadata, has to be taken.
+    QVERIFY(tree.panel->model()->supportedDropActions().testFlag(Qt::CopyAction));
+    QVERIFY(tree.panel->model()->supportedDragActions().testFlag(Qt::MoveAction));
+    const PanelFixture list(EditorModule::Camera);
+    QCOMPARE(list.view->dragDropMode(), QAbstractItemView::DragOnly);
 }
 
 void TestPanelDrops::dragsCarryWhatTreesOfMetadataUnderstand()

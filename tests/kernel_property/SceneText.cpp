@@ -63,7 +63,8 @@ QString sceneText()
                           idsOf(set.getObjects()));
     }
     if (entries != Document::the().entryCount()) {
-        lines << QStringLiteral("%1 entries are said to be %2").arg(entries).arg(Document::the().entryCount());
+        lines
+            << QStringLiteral("%1 entries are said to be %2").arg(entries).arg(Document::the().entryCount());
         qWarning("%s", qPrintable(lines.constLast())); // fails the test
     }
     return lines.join(QLatin1Char('\n'));

@@ -35,6 +35,7 @@ public:
 
 private:
     QAction *makeAction(const EditorCommandRow &row);
+    QList<quint64> chosen() const;
     void run(EditorCommand command);
     void create(nkObjectType type);
     void createSceneplate();
