@@ -21,7 +21,22 @@ enum class ImportReason : quint8 {
     ChangedElsewhere, ///< converted: another program has changed an entry that the annex knows; its value counts
     GoneElsewhere,    ///< refused: another program has removed the place of an entry that the annex knows
     ForeignAnnex,     ///< refused: what stands in the annex's place cannot be read; it stays in the file
-    UnknownObject     ///< refused: the annex speaks of an object that the file does not have (any more)
+    UnknownObject,    ///< refused: the annex speaks of an object that the file does not have (any more)
+    UnknownLogical,     ///< converted: a logical value that is neither true nor false became text
+    BrokenRecord,       ///< untouched: a record of the file is damaged
+    DoubledRecord,      ///< untouched: an earlier record has the same number
+    DoubledProperty,    ///< untouched: an earlier property of the set or the object has the same key
+    UnreadableProperty, ///< untouched: a table, a reference or something else that is no entry
+    UnassignedSet,      ///< untouched: no object has the set
+    MissingRecord,      ///< the file speaks of a record that it does not have
+    SecondPlace,        ///< the file places an object a second time
+    LoopInTree,         ///< objects stand below each other in a ring
+    TooDeepInTree,      ///< an object stands too many levels below others; it is shown at the top level
+    DoubledIdentifier,  ///< objects have the same identifier
+    OtherSchema,        ///< the file follows another schema than the one that is known
+    NewObject,          ///< the sidecar does not know an object; it has the metadata of its file
+    GoneObject,    ///< refused: the sidecar speaks of an object that the file does not have; it is kept there
+    ForeignSidecar ///< refused: the sidecar cannot be read; it stays as it is
 };
 
 /// What came of the metadata of a file: how many entries were read as they stand, which values were converted,
@@ -33,7 +48,7 @@ class ImportReport
 public:
     struct Item
     {
-        QString path; ///< JSON path of the value
+        QString path; ///< JSON path of the value; in IFC the record's number and the property's name
         ImportReason reason;
         QString detail; ///< what exactly; mostly empty
     };
@@ -75,6 +90,8 @@ public:
     QString details(int limit) const;
 
 private:
+    static QString textOfForeign(ImportReason reason);
+
     int m_keptCount = 0;
     QVector<Item> m_converted;
     QVector<Item> m_untouched;
