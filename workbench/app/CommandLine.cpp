@@ -14,7 +14,8 @@ CommandLine CommandLine::parse(const QStringList &arguments)
                                         QStringLiteral("OUT.png"));
     parser.addOption(help);
     parser.addOption(screenshot);
-    parser.addPositionalArgument(QStringLiteral("FILE"), QStringLiteral("The scene to open (.gltf, .glb)."),
+    parser.addPositionalArgument(QStringLiteral("FILE"),
+                                 QStringLiteral("The scene to open (.gltf, .glb, .ifc)."),
                                  QStringLiteral("[FILE]"));
 
     CommandLine result;

@@ -29,7 +29,7 @@ public:
 
 private:
     bool saveTo(const QString &path);
-    bool overwriteOrSaveAs(const QString &path);
+    bool overwriteOrSaveAs(const QString &path, const QString &changedFile);
     QString suggestedPath() const;
     QString folder() const;
 
