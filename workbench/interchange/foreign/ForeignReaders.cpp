@@ -18,7 +18,8 @@ std::unique_ptr<ForeignReader> make()
 /// What the importer reads beside the kinds that are named.
 QStringList otherSuffixes()
 {
-    static const QStringList named{QStringLiteral("fbx"), QStringLiteral("dae"), QStringLiteral("zae"), QStringLiteral("obj")};
+    static const QStringList named{QStringLiteral("fbx"), QStringLiteral("dae"), QStringLiteral("zae"),
+                                   QStringLiteral("obj")};
     QStringList others = ImporterReader::suffixes();
     for (const QString &suffix : named)
         others.removeAll(suffix);
