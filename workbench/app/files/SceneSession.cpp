@@ -46,6 +46,11 @@ bool SceneSession::isBinary() const
     return m_source && m_source->isBinary;
 }
 
+bool SceneSession::isForeign() const
+{
+    return m_source && m_source->foreign;
+}
+
 QString SceneSession::open(const QString &path)
 {
     const SceneFile::Result result = SceneFile::open(path);
