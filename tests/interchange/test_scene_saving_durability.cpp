@@ -24,7 +24,6 @@ private Q_SLOTS:
     void oldTextIsNeverMixedWithNewGeometry();
     void aReadOnlyFileIsRefused();
     void cancellingLeavesTheOldFile();
-    void deletedAndNewObjectsAreRefusedInWords();
     void copiesKeepTheirKindOrSayWhyNot();
     void aNewSceneBecomesAFile();
     void namesWhatDoesNotGoAlongIntoAnotherFolder();
@@ -211,22 +210,6 @@ void TestSceneSavingDurability::cancellingLeavesTheOldFile()
     QCOMPARE(person.ended, 10);
     QVERIFY(person.said.contains(QStringLiteral("scene")));
     kernel::ProgressDisplay::install(nullptr);
-}
-
-void TestSceneSavingDurability::deletedAndNewObjectsAreRefusedInWords()
-{
-    SavingFixture scene;
-    QVERIFY(scene.openContent(content(false)));
-    kernel::Document &document = SavingFixture::document();
-    const quint64 made = document.createObject(nkObjectType::Node, QStringLiteral("Mine"));
-    QVERIFY(scene.save().error.contains(QStringLiteral("1 objects are not in the file")));
-    QVERIFY(document.deleteObjects({made}));
-    QCOMPARE(scene.save().outcome, Saved::Done);
-    QVERIFY(document.deleteObjects({SavingFixture::object(QStringLiteral("Part")).getObjectId()}));
-    QVERIFY(scene.save().error.contains(QStringLiteral("1 objects of the file were deleted")));
-    QCOMPARE(SavingFixture::read(scene.path), content(false));
-    QVERIFY(document.undo());
-    QCOMPARE(scene.save().outcome, Saved::Done);
 }
 
 void TestSceneSavingDurability::copiesKeepTheirKindOrSayWhyNot()

@@ -2,6 +2,8 @@
 
 #include <interchange/GltfObjectPatch.h>
 
+#include <QDir>
+
 #include <algorithm>
 #include <numeric>
 
@@ -23,10 +25,11 @@ bool isRead(const ExtrasEntry &entry, const kernel::EntryValue &value)
 
 } // namespace
 
-GltfAnnexMaker::GltfAnnexMaker(const GltfScene &scene, const SceneSource &source,
+GltfAnnexMaker::GltfAnnexMaker(const GltfScene &scene, const SceneSource &source, const QString &folder,
                                const GltfObjectPatch *patched)
     : m_scene(scene),
       m_source(source),
+      m_folder(folder),
       m_patched(patched),
       m_document(kernel::Document::the()),
       m_store(m_document.store())
@@ -38,8 +41,13 @@ GltfAnnex GltfAnnexMaker::make()
     for (const auto &assignment : qAsConst(m_assignments))
         m_assigned.insert(assignment.objectId, 0);
     m_places.reserve(m_scene.entries.size());
-    for (const SceneSource::ObjectOrigin &origin : m_source.objects())
-        addObject(origin);
+    for (const SceneSource::ObjectOrigin &origin : m_source.objects()) {
+        if (m_store.objectSlot(origin.id) != kernel::NoSlot)
+            addObject(origin);
+    }
+    addRemoved();
+    addRoots();
+    addMaterials();
     addSets();
     addRuns();
     return std::move(m_annex);
@@ -58,23 +66,66 @@ void GltfAnnexMaker::addObject(const SceneSource::ObjectOrigin &origin)
     else
         places = placesOf(origin, range, entries);
     m_places.insert(m_places.end(), places.begin(), places.end());
-    const bool needsOwn = !isPlain || set.locked || set.color != kernel::Store::newSetColor();
-    const auto assigned = m_assigned.find(origin.id);
-    if (!needsOwn && !record.locked && assigned == m_assigned.end())
-        return;
-    GltfAnnex::Object object;
-    object.isMaterial = origin.list == SceneSource::List::Materials;
-    object.index = origin.index;
-    object.name = nameOf(origin);
-    object.isLocked = record.locked;
-    if (needsOwn) {
+    GltfAnnex::Object object = objectOf(record, m_store.objectSlot(origin.id), referenceTo(origin));
+    if (!isPlain || needsOwn(set)) {
         object.own = copyOf(record.objectSet);
         object.own->name.clear();
         describe(object, entries, places);
     }
-    if (assigned != m_assigned.end())
+    keep(origin.id, std::move(object));
+}
+
+/// Nothing but the annex holds a group's entries.
+void GltfAnnexMaker::addGroup(quint64 id, const GltfAnnex::Reference &reference)
+{
+    const Slot slot = m_store.objectSlot(id);
+    const kernel::ObjectRecord &record = m_store.object(slot);
+    GltfAnnex::Object object = objectOf(record, slot, reference);
+    const kernel::SetRecord &set = m_store.set(record.objectSet);
+    if (!set.entries.isEmpty() || needsOwn(set)) {
+        object.own = copyOf(record.objectSet);
+        object.own->name.clear();
+    }
+    keep(id, std::move(object));
+}
+
+GltfAnnex::Object GltfAnnexMaker::objectOf(const kernel::ObjectRecord &record, Slot slot,
+                                           const GltfAnnex::Reference &reference) const
+{
+    GltfAnnex::Object object;
+    static_cast<GltfAnnex::Reference &>(object) = reference;
+    object.isLocked = record.locked;
+    if (record.type == nkObjectType::Sceneplate) {
+        const kernel::SceneplateRecord plate = m_store.sceneplate(slot);
+        object.sceneplate = GltfAnnex::Sceneplate{imageOf(plate.imagePath), plate.placement};
+    }
+    return object;
+}
+
+bool GltfAnnexMaker::needsOwn(const kernel::SetRecord &set) const
+{
+    return set.locked || set.color != kernel::Store::newSetColor();
+}
+
+/// Where there is something to say.
+void GltfAnnexMaker::keep(quint64 id, GltfAnnex::Object &&object)
+{
+    const auto assigned = m_assigned.find(id);
+    const bool isAssigned = assigned != m_assigned.end();
+    if (!object.own && !object.isLocked && !object.sceneplate && !isAssigned)
+        return;
+    if (isAssigned)
         *assigned = quint32(m_annex.objects.size());
     m_annex.objects.push_back(std::move(object));
+}
+
+/// A folder that is copied with its images still finds them.
+QString GltfAnnexMaker::imageOf(const QString &path) const
+{
+    if (path.isEmpty() || m_folder.isEmpty())
+        return path;
+    const QString relative = QDir(m_folder).relativeFilePath(path);
+    return relative.startsWith(QLatin1String("..")) ? path : relative;
 }
 
 IndexRange GltfAnnexMaker::entriesOf(const SceneSource::ObjectOrigin &origin) const
@@ -83,11 +134,12 @@ IndexRange GltfAnnexMaker::entriesOf(const SceneSource::ObjectOrigin &origin) co
                                                    : m_scene.materials[origin.index].entries;
 }
 
-QString GltfAnnexMaker::nameOf(const SceneSource::ObjectOrigin &origin) const
+GltfAnnex::Reference GltfAnnexMaker::referenceTo(SceneSource::List list, quint32 index) const
 {
     const auto named = [](const auto &object) { return object.isNamed ? object.name : QString(); };
-    return origin.list == SceneSource::List::Nodes ? named(m_scene.nodes[origin.index])
-                                                   : named(m_scene.materials[origin.index]);
+    if (list == SceneSource::List::Nodes)
+        return {GltfAnnex::Reference::Node, index, named(m_scene.nodes[index])};
+    return {GltfAnnex::Reference::Material, index, named(m_scene.materials[index])};
 }
 
 bool GltfAnnexMaker::isSame(const IndexRange &range, const Slots &entries) const
@@ -167,7 +219,8 @@ void GltfAnnexMaker::addSets()
     for (const Slot set : m_store.sharedSets().slots()) {
         const kernel::AssetLink &asset = m_store.set(set).asset;
         if (asset.state != kernel::AssetState::None)
-            m_annex.assets.push_back({quint32(m_annex.sets.size()), asset.state, asset.assetId});
+            m_annex.assets.push_back(
+                {quint32(m_annex.sets.size()), asset.state, asset.assetId, asset.version});
         m_annex.sets.push_back(copyOf(set));
     }
 }

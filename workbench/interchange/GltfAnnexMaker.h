@@ -17,13 +17,15 @@ class GltfAnnexMaker
 public:
     /// @param scene what reading the file gives
     /// @param source the origins of the document's objects: nodes and materials of the file at the same indices
+    /// @param folder of the file; images of sceneplates below it are named relative to it
     /// @param patched who patched the file since the origins were noted; null where nobody did
-    GltfAnnexMaker(const GltfScene &scene, const SceneSource &source, const GltfObjectPatch *patched);
+    GltfAnnexMaker(const GltfScene &scene, const SceneSource &source, const QString &folder,
+                   const GltfObjectPatch *patched);
 
     /// To be called once.
     GltfAnnex make();
 
-    /// Per entry, object after object in the order of the origins and each object's entries in their order: its place
+    /// Per entry, living object after living object in the order of the origins and each object's entries in their order: its place
     /// in the scene's entries, -1 for one that stands in the annex alone. After make().
     const std::vector<qint32> &places() const { return m_places; }
 
@@ -31,8 +33,22 @@ private:
     using Slots = QVector<kernel::Slot>;
 
     void addObject(const SceneSource::ObjectOrigin &origin);
+    void addGroup(quint64 id, const GltfAnnex::Reference &reference);
+    void keep(quint64 id, GltfAnnex::Object &&object);
+    GltfAnnex::Object objectOf(const kernel::ObjectRecord &record, kernel::Slot slot,
+                               const GltfAnnex::Reference &reference) const;
+    bool needsOwn(const kernel::SetRecord &set) const;
+    GltfAnnex::Reference referenceTo(SceneSource::List list, quint32 index) const;
+    GltfAnnex::Reference referenceTo(const SceneSource::ObjectOrigin &origin) const
+    {
+        return referenceTo(origin.list, origin.index);
+    }
+    void addRemoved();
+    void addRoots();
+    void addMaterials();
+    bool isMaterialListEnough() const;
+    QString imageOf(const QString &path) const;
     IndexRange entriesOf(const SceneSource::ObjectOrigin &origin) const;
-    QString nameOf(const SceneSource::ObjectOrigin &origin) const;
     bool isSame(const IndexRange &range, const Slots &entries) const;
     std::vector<qint32> placesOf(const SceneSource::ObjectOrigin &origin, const IndexRange &range,
                                  const Slots &entries) const;
@@ -45,6 +61,7 @@ private:
 
     const GltfScene &m_scene;
     const SceneSource &m_source;
+    const QString m_folder;
     const GltfObjectPatch *m_patched;
     const kernel::Document &m_document;
     const kernel::Store &m_store;

@@ -49,7 +49,11 @@ bool GltfAnnexReader::readAnnex(const JsonValue &value)
         return fail(
             version.isPresent() ? version : value,
             tr("its version is not %1, the only one that this program reads").arg(GltfAnnex::Version));
-    return hasOnly(value, {Words::Version, Words::Sets, Words::Assets, Words::Objects, Words::Assigned})
+    return hasOnly(value, {Words::Version, Words::Sets, Words::Assets, Words::Objects, Words::Assigned,
+                           Words::Materials, Words::Roots, Words::Removed})
+           && readMaterials(member(value, Words::Materials))
+           && readReferences(member(value, Words::Roots), m_annex.roots)
+           && readReferences(member(value, Words::Removed), m_annex.removed)
            && readSets(member(value, Words::Sets))
            && readArray(member(value, Words::Assets), [this](const JsonValue &v) { return readAsset(v); })
            && readArray(member(value, Words::Objects), [this](const JsonValue &v) { return readObject(v); })
@@ -74,7 +78,12 @@ bool GltfAnnexReader::readAsset(const JsonValue &value)
     GltfAnnex::Asset asset;
     const JsonValue state = member(value, Words::State);
     const JsonValue id = member(value, Words::Id);
-    if (!hasOnly(value, {Words::Set, Words::State, Words::Id})
+    const JsonValue version = member(value, Words::Version);
+    bool isNumber = true;
+    asset.version = version.isPresent() ? version.toInt(&isNumber) : 0;
+    if (!isNumber || asset.version < 0)
+        return fail(version, tr("the version of an asset is a whole number from 0 on"));
+    if (!hasOnly(value, {Words::Set, Words::State, Words::Id, Words::Version})
         || !readIndex(member(value, Words::Set), m_annex.sets.size(), asset.set))
         return false;
     if (!state.isString() || !id.isString())
@@ -91,25 +100,99 @@ bool GltfAnnexReader::readAsset(const JsonValue &value)
 bool GltfAnnexReader::readObject(const JsonValue &value)
 {
     GltfAnnex::Object object;
-    const JsonValue material = member(value, Words::Material);
-    const JsonValue name = member(value, Words::Name);
     const JsonValue locked = member(value, Words::Locked);
-    object.isMaterial = material.isPresent();
-    const bool isGood = hasOnly(value, {object.isMaterial ? Words::Material : Words::Node, Words::Name,
-                                        Words::Locked, Words::Own, Words::Apart, Words::Renamed})
-                        && readIndex(object.isMaterial ? material : member(value, Words::Node),
-                                     size_t(std::numeric_limits<int>::max()), object.index)
+    const bool isGood = hasOnly(value,
+                                {Words::Node, Words::Material, Words::Group, Words::Name, Words::Locked,
+                                 Words::Sceneplate, Words::Own, Words::Apart, Words::Renamed})
+                        && readReference(value, object)
+                        && readSceneplate(member(value, Words::Sceneplate), object)
                         && readOwn(member(value, Words::Own), object)
                         && readApart(member(value, Words::Apart), object)
                         && readRenamed(member(value, Words::Renamed), object);
     if (!isGood)
         return false;
-    if ((name.isPresent() && !name.isString()) || (locked.isPresent() && !locked.isBoolean()))
-        return fail(value, tr("its name is a text, and “locked” is true or false"));
-    object.name = name.isPresent() ? name.toText() : QString();
+    if (locked.isPresent() && !locked.isBoolean())
+        return fail(value, tr("“locked” is true or false"));
     object.isLocked = locked.isPresent() && locked.toBool();
     m_annex.objects.push_back(std::move(object));
     return true;
+}
+
+bool GltfAnnexReader::readReference(const JsonValue &value, GltfAnnex::Reference &reference)
+{
+    using Kind = GltfAnnex::Reference::Kind;
+    const std::pair<Kind, const char *> kinds[] = {
+        {Kind::Node, Words::Node}, {Kind::Material, Words::Material}, {Kind::Group, Words::Group}};
+    JsonValue place;
+    int count = 0;
+    for (const auto &[kind, word] : kinds) {
+        if (const JsonValue found = member(value, word); found.isPresent()) {
+            reference.kind = kind;
+            place = found;
+            ++count;
+        }
+    }
+    const JsonValue name = member(value, Words::Name);
+    if (count != 1 || (name.isPresent() && !name.isString()))
+        return fail(value, tr("one place of an object is expected, and its name as a text"));
+    reference.name = name.isPresent() ? name.toText() : QString();
+    const size_t end = reference.kind == Kind::Group ? m_groupCount : size_t(std::numeric_limits<int>::max());
+    return readIndex(place, end, reference.index);
+}
+
+bool GltfAnnexReader::readReferences(const JsonValue &value, std::vector<GltfAnnex::Reference> &references)
+{
+    return !value.isPresent() || readArray(value, [&](const JsonValue &element) {
+        references.emplace_back();
+        return hasOnly(element, {Words::Node, Words::Material, Words::Name})
+               && readReference(element, references.back());
+    });
+}
+
+bool GltfAnnexReader::readMaterials(const JsonValue &value)
+{
+    m_groupCount = 0;
+    return !value.isPresent()
+           || readArray(value, [this](const JsonValue &element) { return readMaterial(element); });
+}
+
+bool GltfAnnexReader::readMaterial(const JsonValue &value)
+{
+    GltfAnnex::MaterialItem item;
+    const JsonValue group = member(value, Words::Group);
+    const JsonValue in = member(value, Words::In);
+    quint32 above = 0;
+    if (!hasOnly(value, {group.isPresent() ? Words::Group : Words::Material, Words::Name, Words::In})
+        || (in.isPresent() && !readIndex(in, m_groupCount, above)))
+        return false;
+    item.group = in.isPresent() ? qint32(above) : -1;
+    if (group.isPresent()) {
+        item.kind = GltfAnnex::Reference::Group;
+        item.index = m_groupCount++;
+        item.name = group.isString() ? group.toText() : QString();
+    } else if (!readReference(value, item)) {
+        return false;
+    }
+    m_annex.materials.push_back(item);
+    return !group.isPresent() || group.isString() || fail(group, tr("the name of a group is a text"));
+}
+
+bool GltfAnnexReader::readSceneplate(const JsonValue &value, GltfAnnex::Object &object)
+{
+    if (!value.isPresent())
+        return true;
+    const JsonValue image = member(value, Words::Image);
+    const JsonValue placement = member(value, Words::Placement);
+    const QString place = placement.isString() ? placement.toText() : QString();
+    const bool isInFront = place == QLatin1String(Words::InFront.data());
+    if (!hasOnly(value, {Words::Image, Words::Placement}))
+        return false;
+    if (!image.isString() || (!isInFront && place != QLatin1String(Words::Behind.data())))
+        return fail(value, tr("a sceneplate has an image, and stands “behind” or “inFront”"));
+    object.sceneplate = GltfAnnex::Sceneplate{image.toText(), isInFront
+                                                                  ? kernel::SceneplatePlacement::InFront
+                                                                  : kernel::SceneplatePlacement::Behind};
+    return object.kind == GltfAnnex::Reference::Node || fail(value, tr("only nodes can be sceneplates"));
 }
 
 bool GltfAnnexReader::readOwn(const JsonValue &value, GltfAnnex::Object &object)

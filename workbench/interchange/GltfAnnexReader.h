@@ -31,6 +31,11 @@ private:
     bool readSets(const JsonValue &value);
     bool readAsset(const JsonValue &value);
     bool readObject(const JsonValue &value);
+    bool readReference(const JsonValue &value, GltfAnnex::Reference &reference);
+    bool readReferences(const JsonValue &value, std::vector<GltfAnnex::Reference> &references);
+    bool readMaterials(const JsonValue &value);
+    bool readMaterial(const JsonValue &value);
+    bool readSceneplate(const JsonValue &value, GltfAnnex::Object &object);
     bool readOwn(const JsonValue &value, GltfAnnex::Object &object);
     bool readApart(const JsonValue &value, GltfAnnex::Object &object);
     bool readRenamed(const JsonValue &value, GltfAnnex::Object &object);
@@ -42,6 +47,7 @@ private:
     bool fail(const JsonValue &value, const QString &reason);
 
     GltfAnnex m_annex;
+    quint32 m_groupCount = 0;
     QString m_error;
 };
 

@@ -65,25 +65,60 @@ void addAsset(TextBuffer &out, const GltfAnnex::Asset &asset)
     out.add("\"");
     members.begin(Names::Id);
     out.addString(asset.id);
+    if (asset.version > 0) {
+        members.begin(Names::Version);
+        out.addInteger(asset.version);
+    }
 }
 
-void addObject(TextBuffer &out, const GltfAnnex::Object &object)
+void addReference(TextBuffer &out, Members &members, const GltfAnnex::Reference &reference)
+{
+    static const char *const kinds[] = {Names::Node, Names::Material, Names::Group};
+    members.begin(kinds[reference.kind]);
+    out.addInteger(reference.index);
+    if (!reference.name.isEmpty()) {
+        members.begin(Names::Name);
+        out.addString(reference.name);
+    }
+}
+
+void addReferences(TextBuffer &out, const std::vector<GltfAnnex::Reference> &references)
+{
+    addArray(out, references, [&out](const GltfAnnex::Reference &reference) {
+        Members members(out);
+        addReference(out, members, reference);
+    });
+}
+
+/// A group is counted by its place, so its name is all that there is to say.
+void addMaterial(TextBuffer &out, const GltfAnnex::MaterialItem &item)
 {
     Members members(out);
-    members.begin(object.isMaterial ? Names::Material : Names::Node);
-    out.addInteger(object.index);
-    if (!object.name.isEmpty()) {
-        members.begin(Names::Name);
-        out.addString(object.name);
+    if (item.kind == GltfAnnex::Reference::Group) {
+        members.begin(Names::Group);
+        out.addString(item.name);
+    } else {
+        addReference(out, members, item);
     }
-    if (object.isLocked) {
-        members.begin(Names::Locked);
-        out.add("true");
+    if (item.group >= 0) {
+        members.begin(Names::In);
+        out.addInteger(item.group);
     }
-    if (object.own) {
-        members.begin(Names::Own);
-        SetFileWriter(out).writeSet(*object.own);
-    }
+}
+
+void addSceneplate(TextBuffer &out, const GltfAnnex::Sceneplate &sceneplate)
+{
+    Members members(out);
+    members.begin(Names::Image);
+    out.addString(sceneplate.image);
+    members.begin(Names::Placement);
+    out.add("\"");
+    out.add(sceneplate.placement == kernel::SceneplatePlacement::Behind ? Names::Behind : Names::InFront);
+    out.add("\"");
+}
+
+void addPlaces(TextBuffer &out, Members &members, const GltfAnnex::Object &object)
+{
     QStringList keys = object.apart.values();
     std::sort(keys.begin(), keys.end());
     if (!keys.isEmpty()) {
@@ -101,6 +136,25 @@ void addObject(TextBuffer &out, const GltfAnnex::Object &object)
     }
 }
 
+void addObject(TextBuffer &out, const GltfAnnex::Object &object)
+{
+    Members members(out);
+    addReference(out, members, object);
+    if (object.isLocked) {
+        members.begin(Names::Locked);
+        out.add("true");
+    }
+    if (object.sceneplate) {
+        members.begin(Names::Sceneplate);
+        addSceneplate(out, *object.sceneplate);
+    }
+    if (object.own) {
+        members.begin(Names::Own);
+        SetFileWriter(out).writeSet(*object.own);
+    }
+    addPlaces(out, members, object);
+}
+
 void addRun(TextBuffer &out, const GltfAnnex::Run &run)
 {
     Members members(out);
@@ -108,6 +162,23 @@ void addRun(TextBuffer &out, const GltfAnnex::Run &run)
     out.addInteger(run.set);
     members.begin(Names::Objects);
     addArray(out, run.objects, [&out](quint32 object) { out.addInteger(object); });
+}
+
+void addStructure(TextBuffer &out, Members &members, const GltfAnnex &annex)
+{
+    if (!annex.materials.empty()) {
+        members.begin(Names::Materials);
+        addArray(out, annex.materials,
+                 [&out](const GltfAnnex::MaterialItem &item) { addMaterial(out, item); });
+    }
+    if (!annex.roots.empty()) {
+        members.begin(Names::Roots);
+        addReferences(out, annex.roots);
+    }
+    if (!annex.removed.empty()) {
+        members.begin(Names::Removed);
+        addReferences(out, annex.removed);
+    }
 }
 
 } // namespace
@@ -127,6 +198,7 @@ QByteArray textOfAnnex(const GltfAnnex &annex)
         addArray(out, annex.objects, [&out](const GltfAnnex::Object &object) { addObject(out, object); });
         members.begin(Names::Assigned);
         addArray(out, annex.runs, [&out](const GltfAnnex::Run &run) { addRun(out, run); });
+        addStructure(out, members, annex);
     }
     return out.isOverfull() ? QByteArray() : out.bytes();
 }

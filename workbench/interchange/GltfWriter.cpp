@@ -3,6 +3,8 @@
 #include <interchange/GltfAnnexMaker.h>
 #include <interchange/GltfAnnexText.h>
 #include <interchange/GltfObjectPatch.h>
+#include <interchange/GltfStructurePatch.h>
+#include <interchange/GltfStructurePlan.h>
 
 namespace interchange {
 
@@ -19,19 +21,24 @@ constexpr int ObjectsAtOnce = 1000;
 
 } // namespace
 
-GltfWriter::GltfWriter(const SceneSource &source, kernel::Progress &progress)
-    : m_source(source), m_progress(progress)
+GltfWriter::GltfWriter(const SceneSource &source, const QString &folder, kernel::Progress &progress)
+    : m_source(source), m_folder(folder), m_progress(progress)
 {}
 
 bool GltfWriter::write()
 {
+    SceneSource placed;
+    const GltfStructurePlan plan(m_source);
+    if (plan.isNeeded() && !patchStructure(plan, placed))
+        return false;
+    const SceneSource &source = plan.isNeeded() ? placed : m_source;
     JsonPatches patches;
-    GltfObjectPatch objects(m_source, Document::the().store(), patches);
+    GltfObjectPatch objects(source, Document::the().store(), patches);
     GltfScene scene;
     JsonTree tree;
-    if (!checkObjects() || !patchObjects(objects, patches) || !read(scene, tree, Compared, ReadBack))
+    if (!patchObjects(source, objects, patches) || !read(scene, tree, Compared, ReadBack))
         return false;
-    GltfAnnexMaker maker(scene, m_source, &objects);
+    GltfAnnexMaker maker(scene, source, m_folder, &objects);
     const GltfAnnex annex = maker.make();
     const QByteArray text = annex.isEmpty() ? QByteArray() : textOfAnnex(annex);
     if (text.isEmpty() != annex.isEmpty())
@@ -39,39 +46,46 @@ bool GltfWriter::write()
                     tr("keep some of them in files of their own"));
     if (text != m_source.annex && (!patchAnnex(tree, text) || !read(scene, tree, ReadBack, 1)))
         return false;
-    noteWhereEverythingStands(scene, maker.places());
+    noteWhereEverythingStands(source, scene, maker.places());
     m_written->annex = text;
     m_written->isAnnexForeign = m_source.isAnnexForeign;
     return true;
 }
 
-/// Scenes are tagged here, not built: what was made or deleted has no place in the file.
-bool GltfWriter::checkObjects()
+/// First the lists alone: every object has a place then, and what follows is the same for old ones and new ones.
+bool GltfWriter::patchStructure(const GltfStructurePlan &plan, SceneSource &placed)
 {
-    int living = 0;
-    for (const SceneSource::ObjectOrigin &origin : m_source.objects())
-        living += Document::the().typeOf(origin.id) != nkObjectType::Null ? 1 : 0;
-    if (living < m_source.objectCount())
-        return fail(tr("%1 objects of the file were deleted, and a glTF file cannot be saved without them")
-                        .arg(m_source.objectCount() - living),
-                    tr("undo the deletion"));
-    if (Document::the().objectCount() > living)
-        return fail(tr("%1 objects are not in the file, and objects cannot be added to a glTF file")
-                        .arg(Document::the().objectCount() - living),
-                    tr("delete them"));
+    GltfStructurePatch structure(m_source, plan);
+    m_json = structure.text();
+    GltfScene scene;
+    JsonTree tree;
+    if (!read(scene, tree, 0, Compared))
+        return false;
+    placed = structure.sourceFor(m_json, scene);
+    QStringList notes;
+    if (structure.disturbedCount() > 0)
+        notes.append(
+            tr("%n of the objects that were moved or deleted are used by animations or skins, which may "
+               "look different now",
+               nullptr, structure.disturbedCount()));
+    if (structure.lostCount() > 0)
+        notes.append(tr("%n objects could not keep their place in the world below their new parents", nullptr,
+                        structure.lostCount()));
+    m_note = notes.join(QStringLiteral("; "));
     return true;
 }
 
-bool GltfWriter::patchObjects(GltfObjectPatch &objects, const JsonPatches &patches)
+bool GltfWriter::patchObjects(const SceneSource &source, GltfObjectPatch &objects, const JsonPatches &patches)
 {
     int count = 0;
-    for (const SceneSource::ObjectOrigin &origin : m_source.objects()) {
-        if (!objects.isAsRead(origin))
+    for (const SceneSource::ObjectOrigin &origin : source.objects()) {
+        const bool isAlive = Document::the().store().objectSlot(origin.id) != kernel::NoSlot;
+        if (isAlive && !objects.isAsRead(origin))
             objects.patch(origin);
-        if (++count % ObjectsAtOnce == 0 && !m_progress.advance(Compared * count / m_source.objectCount()))
+        if (++count % ObjectsAtOnce == 0 && !m_progress.advance(Compared * count / source.objectCount()))
             return false;
     }
-    m_json = patches.applied(m_source.json);
+    m_json = patches.applied(source.json);
     return true;
 }
 
@@ -91,11 +105,11 @@ bool GltfWriter::patchAnnex(const JsonTree &tree, const QByteArray &annex)
     const JsonValue extras = tree.root().find(ExtrasKeyword);
     const JsonValue member = extras.find(GltfAnnex::Member);
     if (m_source.isAnnexForeign || (extras.isPresent() && !extras.isObject()))
-        return fail(
-            tr("sets, colours, locks, dates and times are kept under “extras.%1”, and what stands there "
-               "is not of this program")
-                .arg(GltfAnnex::Member),
-            tr("remove it with a text editor, or keep the sets in files of their own"));
+        return fail(tr("sets, colours, locks, dates, times, groups and deletions are kept under “extras.%1”, "
+                       "and what "
+                       "stands there is not of this program")
+                        .arg(GltfAnnex::Member),
+                    tr("remove it with a text editor, or keep the sets in files of their own"));
     QByteArray text = annex;
     // A text in one line stays in one line; inside of strings there are no line breaks.
     if (!m_json.contains('\n'))
@@ -115,7 +129,8 @@ bool GltfWriter::patchAnnex(const JsonTree &tree, const QByteArray &annex)
     return true;
 }
 
-void GltfWriter::noteWhereEverythingStands(const GltfScene &scene, const std::vector<qint32> &places)
+void GltfWriter::noteWhereEverythingStands(const SceneSource &source, const GltfScene &scene,
+                                           const std::vector<qint32> &places)
 {
     const kernel::Store &store = Document::the().store();
     m_written = std::make_shared<SceneSource>();
@@ -123,28 +138,45 @@ void GltfWriter::noteWhereEverythingStands(const GltfScene &scene, const std::ve
     m_written->jsonLength = m_json.size();
     m_written->rootSpan = scene.rootSpan;
     m_written->rootExtrasSpan = scene.rootExtrasSpan;
-    m_written->reserve(size_t(m_source.objectCount()), places.size());
+    m_written->removed = source.removed;
+    m_written->madeCameras = source.madeCameras;
+    m_written->madeLights = source.madeLights;
+    m_written->reserve(size_t(source.objectCount()), places.size());
     auto place = places.begin();
-    for (SceneSource::ObjectOrigin origin : m_source.objects()) {
-        const kernel::ObjectRecord &record = store.object(store.objectSlot(origin.id));
+    for (SceneSource::ObjectOrigin origin : source.objects()) {
+        const kernel::Slot slot = store.objectSlot(origin.id);
         const bool isNode = origin.list == SceneSource::List::Nodes;
-        origin.name = record.name;
+        const JsonSpan oldExtras = origin.extrasSpan;
         origin.span = isNode ? scene.nodes[origin.index].span : scene.materials[origin.index].span;
         origin.extrasSpan = isNode ? scene.nodes[origin.index].extrasSpan
                                    : scene.materials[origin.index].extrasSpan;
+        origin.isGone = slot == kernel::NoSlot;
+        if (!origin.isGone)
+            origin.name = store.object(slot).name;
+        const IndexRange entries = origin.entries;
         m_written->add(origin);
-        for (const kernel::Slot entry : store.set(record.objectSet).entries.slots()) {
-            SceneSource::EntryOrigin written{store.idOf(entry), 0, JsonSpan(), false, store.key(entry)};
-            if (*place >= 0) {
-                const ExtrasEntry &read = scene.entries[size_t(*place)];
-                written.memberOffset = read.memberOffset;
-                written.valueSpan = read.valueSpan;
-                written.isPath = read.isPath;
-            }
-            m_written->add(written);
-            ++place;
-        }
+        // What was deleted may come back by undo, and finds its entries then.
+        for (quint32 i = entries.first; origin.isGone && i < entries.end(); ++i)
+            m_written->add(source.entries()[i].moved(oldExtras.offset, origin.extrasSpan.offset));
+        if (origin.isGone)
+            continue;
+        for (const kernel::Slot entry : store.set(store.object(slot).objectSet).entries.slots())
+            m_written->add(entryOf(entry, *place++, scene));
     }
+    m_written->noteTree(scene);
+}
+
+SceneSource::EntryOrigin GltfWriter::entryOf(kernel::Slot entry, qint32 place, const GltfScene &scene) const
+{
+    const kernel::Store &store = Document::the().store();
+    SceneSource::EntryOrigin written{store.idOf(entry), 0, JsonSpan(), false, store.key(entry)};
+    if (place < 0)
+        return written;
+    const ExtrasEntry &read = scene.entries[size_t(place)];
+    written.memberOffset = read.memberOffset;
+    written.valueSpan = read.valueSpan;
+    written.isPath = read.isPath;
+    return written;
 }
 
 bool GltfWriter::fail(const QString &reason, const QString &advice)

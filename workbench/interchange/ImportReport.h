@@ -35,8 +35,12 @@ enum class ImportReason : quint8 {
     DoubledIdentifier,  ///< objects have the same identifier
     OtherSchema,        ///< the file follows another schema than the one that is known
     NewObject,          ///< the sidecar does not know an object; it has the metadata of its file
-    GoneObject,    ///< refused: the sidecar speaks of an object that the file does not have; it is kept there
-    ForeignSidecar ///< refused: the sidecar cannot be read; it stays as it is
+    GoneObject, ///< refused: the sidecar speaks of an object that the file does not have; it is kept there
+    ForeignSidecar, ///< refused: the sidecar cannot be read; it stays as it is
+    InvalidText,    ///< converted: bytes that are no UTF-8 became U+FFFD
+    CutText,        ///< converted: a text longer than the importer keeps
+    RenamedKey,     ///< converted: a key was empty or came twice in its object
+    OutsideFolder   ///< refused: the file refers to another one that is not in its folder
 };
 
 /// What came of the metadata of a file: how many entries were read as they stand, which values were converted,

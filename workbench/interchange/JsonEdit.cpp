@@ -27,11 +27,9 @@ void JsonEdit::rename(const JsonValue &member, const QString &key)
     patch(member.keySpan().offset, member.keySpan().end(), quoted(key));
 }
 
-void JsonEdit::remove(const JsonValue &object, const JsonValue &member)
+void JsonEdit::remove(const JsonValue &container, const JsonValue &child)
 {
-    QVector<quint32> &removed = m_changes[object.index()].removed;
-    if (!removed.contains(member.index()))
-        removed.append(member.index());
+    m_changes[container.index()].removed.insert(child.index());
 }
 
 void JsonEdit::append(const JsonValue &object, const Member &member)
@@ -39,9 +37,8 @@ void JsonEdit::append(const JsonValue &object, const Member &member)
     m_changes[object.index()].added.append(quoted(member.key) + layoutOf(object).colon + member.value);
 }
 
-void JsonEdit::appendObject(const JsonValue &object, const QString &key, const QVector<Member> &members)
+JsonEdit::Layout JsonEdit::innerOf(const Layout &outer)
 {
-    const Layout outer = layoutOf(object);
     Layout inner = outer;
     if (outer.lead.contains('\n')) {
         const bool isIndented = outer.lead.startsWith(outer.tail) && outer.lead != outer.tail;
@@ -49,10 +46,49 @@ void JsonEdit::appendObject(const JsonValue &object, const QString &key, const Q
         inner.separator = ',' + inner.lead;
         inner.tail = outer.lead;
     }
+    return inner;
+}
+
+void JsonEdit::appendObject(const JsonValue &object, const QString &key, const QVector<Member> &members)
+{
+    const Layout inner = innerOf(layoutOf(object));
     QByteArrayList texts;
     for (const Member &member : members)
         texts.append(quoted(member.key) + inner.colon + member.value);
     append(object, {key, '{' + inner.lead + texts.join(inner.separator) + inner.tail + '}'});
+}
+
+void JsonEdit::appendElement(const JsonValue &array, const QByteArray &value)
+{
+    m_changes[array.index()].added.append(value);
+}
+
+void JsonEdit::appendList(const JsonValue &object, const QString &key, const QByteArrayList &elements)
+{
+    const Layout inner = innerOf(layoutOf(object));
+    append(object, {key, '[' + inner.lead + elements.join(inner.separator) + inner.tail + ']'});
+}
+
+QByteArray JsonEdit::elementText(const JsonValue &like, const JsonValue &around,
+                                 const QVector<Member> &members) const
+{
+    if (!like.isObject() || !like.hasChildren())
+        return inLine(members, isSpaced(around));
+    const Layout layout = layoutOf(like);
+    QByteArrayList texts;
+    for (const Member &member : members)
+        texts.append(quoted(member.key) + layout.colon + member.value);
+    const bool hasLines = layout.lead.contains('\n') && layout.separator.contains('\n');
+    const QByteArray separator = hasLines || !layout.separator.contains('\n') ? layout.separator : ", ";
+    return '{' + layout.lead + texts.join(separator) + layout.tail + '}';
+}
+
+QByteArray JsonEdit::inLine(const QVector<Member> &members, bool isSpaced)
+{
+    QByteArrayList texts;
+    for (const Member &member : members)
+        texts.append(quoted(member.key) + (isSpaced ? ": " : ":") + member.value);
+    return '{' + texts.join(isSpaced ? ", " : ",") + '}';
 }
 
 void JsonEdit::finish()
@@ -63,37 +99,51 @@ void JsonEdit::finish()
     m_changes.clear();
 }
 
-/// Where nothing is left of an object, the object goes. Inner objects have the higher index, so all that can become
-/// of an object is known when its turn comes.
+/// Where nothing is left of a value, it goes. Inner values have the higher index, so all that can become of one is
+/// known when its turn comes.
 void JsonEdit::passUpRemovals()
 {
     for (auto at = m_changes.rbegin(); at != m_changes.rend();) {
         const quint32 index = at->first;
         const Changes &changes = at->second;
-        const bool isEmptied = changes.added.isEmpty()
+        const bool isEmptied = !changes.removed.isEmpty() && changes.added.isEmpty()
                                && quint32(changes.removed.size()) == JsonValue(&m_tree, index).count();
-        if (index == 0 || !isEmptied) {
+        if (index == 0 || !isEmptied || isElement(index)) {
             ++at;
             continue;
         }
         // The parent has the lower index: whether it comes now or was there, its turn is still to come.
-        m_changes[parentOf(index)].removed.append(index);
+        m_changes[parentOf(index)].removed.insert(index);
         at = std::make_reverse_iterator(m_changes.erase(std::next(at).base()));
     }
 }
 
+/// Whether it is a list in an object whose values stand apart from the colons.
+bool JsonEdit::isInSpaced(const JsonValue &container) const
+{
+    const JsonValue parent(&m_tree, parentOf(container.index()));
+    return container.isArray() && parent.isObject() && isSpaced(parent);
+}
+
 quint32 JsonEdit::parentOf(quint32 index) const
 {
-    quint32 parent = 0;
-    for (quint32 child = 1; child != index;) {
-        if (m_tree.cell(child).next <= index) {
-            child = m_tree.cell(child).next;
-        } else {
-            parent = child;
-            ++child;
+    if (m_parents.empty()) {
+        m_parents.resize(m_tree.size(), 0);
+        std::vector<quint32> open;
+        for (quint32 i = 0; i < m_tree.size(); ++i) {
+            while (!open.empty() && m_tree.cell(open.back()).next <= i)
+                open.pop_back();
+            m_parents[i] = open.empty() ? 0 : open.back();
+            if (m_tree.cell(i).next > i + 1)
+                open.push_back(i);
         }
     }
-    return parent;
+    return m_parents[index];
+}
+
+bool JsonEdit::isElement(quint32 index) const
+{
+    return m_tree.cell(parentOf(index)).kind == JsonKind::Array;
 }
 
 void JsonEdit::finish(const JsonValue &object, const Changes &changes)
@@ -124,16 +174,17 @@ void JsonEdit::finish(const JsonValue &object, const Changes &changes)
         patch(object.span().offset + 1, object.span().end() - 1, added);
 }
 
-JsonEdit::Layout JsonEdit::layoutOf(const JsonValue &object) const
+JsonEdit::Layout JsonEdit::layoutOf(const JsonValue &container) const
 {
     Layout layout{QByteArray(), QByteArray(","), QByteArray(":"), QByteArray()};
     quint32 end = 0;
     int count = 0;
-    for (const JsonValue member : object.children()) {
+    for (const JsonValue member : container.children()) {
         const JsonSpan span = member.memberSpan();
         if (count == 0) {
-            layout.lead = between(object.span().offset + 1, span.offset);
-            layout.colon = between(member.keySpan().end(), member.span().offset);
+            layout.lead = between(container.span().offset + 1, span.offset);
+            if (member.isMember())
+                layout.colon = between(member.keySpan().end(), member.span().offset);
         } else if (count == 1) {
             layout.separator = between(end, span.offset);
         }
@@ -141,10 +192,10 @@ JsonEdit::Layout JsonEdit::layoutOf(const JsonValue &object) const
         ++count;
     }
     if (count > 0)
-        layout.tail = between(end, object.span().end() - 1);
+        layout.tail = between(end, container.span().end() - 1);
     if (count == 1 && layout.lead.contains('\n'))
         layout.separator = ',' + layout.lead;
-    else if (count == 1 && layout.colon.endsWith(' '))
+    else if (count < 2 && (layout.colon.endsWith(' ') || isInSpaced(container)))
         layout.separator = ", ";
     return layout;
 }

@@ -140,7 +140,8 @@ void SceneFile::readAnnex()
 void SceneFile::noteAnnex()
 {
     if (!m_annex.isEmpty()) {
-        const GltfAnnex annex = GltfAnnexMaker(m_scene, *m_source, nullptr).make();
+        const GltfAnnex annex =
+            GltfAnnexMaker(m_scene, *m_source, QFileInfo(m_source->filePath).path(), nullptr).make();
         m_source->annex = annex.isEmpty() ? QByteArray() : textOfAnnex(annex);
     }
 }

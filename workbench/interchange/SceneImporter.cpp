@@ -6,6 +6,9 @@
 #include <nkKernelServices/nkMetadataTypes.h>
 #include <nkKernelServices/nkObjectType.h>
 
+#include <QDir>
+#include <QFileInfo>
+
 namespace interchange {
 
 namespace {
@@ -42,33 +45,10 @@ nkMetadataTypes::ValueType valueType(ExtrasType type)
     return nkMetadataTypes::String;
 }
 
-/// The only object of this name; -1 where there are none or several.
-template <typename List>
-qint64 onlyOne(const List &list, const QString &name)
-{
-    qint64 found = -1;
-    for (size_t i = 0; i < list.size(); ++i) {
-        if (!list[i].isNamed || list[i].name != name)
-            continue;
-        if (found >= 0)
-            return -1;
-        found = qint64(i);
-    }
-    return found;
-}
-
-/// Other programs move objects in their lists: a name that fits says more than a place.
-template <typename List>
-qint64 placeOf(const List &list, quint32 index, const QString &name)
-{
-    const bool isThere = index < list.size() && (list[index].isNamed ? list[index].name : QString()) == name;
-    return isThere ? index : name.isEmpty() ? -1 : onlyOne(list, name);
-}
-
 } // namespace
 
 SceneImporter::SceneImporter(GltfScene &scene, const GltfAnnex &annex, SceneSource &source)
-    : m_scene(scene), m_annex(annex), m_source(source)
+    : m_scene(scene), m_annex(annex), m_source(source), m_match(scene, annex)
 {}
 
 bool SceneImporter::import()
@@ -76,52 +56,26 @@ bool SceneImporter::import()
     m_source.reserve(m_scene.nodes.size() + m_scene.materials.size(), m_scene.entries.size());
     m_source.rootSpan = m_scene.rootSpan;
     m_source.rootExtrasSpan = m_scene.rootExtrasSpan;
-    findAnnexObjects();
+    for (const GltfAnnex::Reference &removed : m_match.removed())
+        m_source.removed.push_back({removed.kind == GltfAnnex::Reference::Material
+                                        ? SceneSource::List::Materials
+                                        : SceneSource::List::Nodes,
+                                    removed.index});
     Loader loader;
     if (!addNodes(loader) || !addMaterials(loader))
         return false;
     addSets(loader);
-    return loader.commit();
-}
-
-void SceneImporter::findAnnexObjects()
-{
-    for (size_t i = 0; i < m_annex.objects.size(); ++i) {
-        const GltfAnnex::Object &object = m_annex.objects[i];
-        QHash<quint32, quint32> &known = object.isMaterial ? m_annexOfMaterial : m_annexOfNode;
-        const qint64 index = indexOf(object);
-        if (index < 0 || known.contains(quint32(index)))
-            m_scene.report.addRefused(annexPath(i), ImportReason::UnknownObject, object.name);
-        else
-            known.insert(quint32(index), quint32(i));
-    }
-}
-
-qint64 SceneImporter::indexOf(const GltfAnnex::Object &object) const
-{
-    return object.isMaterial ? placeOf(m_scene.materials, object.index, object.name)
-                             : placeOf(m_scene.nodes, object.index, object.name);
-}
-
-const GltfAnnex::Object *SceneImporter::annexOf(bool isMaterial, quint32 index) const
-{
-    const QHash<quint32, quint32> &known = isMaterial ? m_annexOfMaterial : m_annexOfNode;
-    const auto found = known.find(index);
-    return found == known.end() ? nullptr : &m_annex.objects[*found];
-}
-
-QString SceneImporter::annexPath(size_t object) const
-{
-    JsonPath path;
-    path.append(QStringLiteral("extras")).append(QString(GltfAnnex::Member));
-    return path.append(QString::fromLatin1(GltfAnnexNames::Objects)).append(quint32(object)).text();
+    if (!loader.commit())
+        return false;
+    m_source.noteTree(m_scene);
+    return true;
 }
 
 /// Depth first with a stack of its own, so that ids ascend in the order in which people see the scene.
 bool SceneImporter::addNodes(Loader &loader)
 {
     m_nodeIds.assign(m_scene.nodes.size(), 0);
-    std::vector<qint32> waiting(m_scene.roots.rbegin(), m_scene.roots.rend());
+    std::vector<qint32> waiting(m_match.roots().rbegin(), m_match.roots().rend());
     while (!waiting.empty()) {
         const qint32 index = waiting.back();
         waiting.pop_back();
@@ -137,29 +91,82 @@ bool SceneImporter::addNodes(Loader &loader)
 bool SceneImporter::addNode(Loader &loader, qint32 index, quint64 parentId)
 {
     const SceneNode &node = m_scene.nodes[size_t(index)];
-    const quint64 id = loader.addObject(objectType(node.kind), node.name, parentId);
+    const GltfAnnex::Object *const annex = m_match.find(GltfAnnex::Reference::Node, quint32(index));
+    const bool isSceneplate = annex && annex->sceneplate && node.kind == SceneNodeKind::Node;
+    const nkObjectType type = isSceneplate ? nkObjectType::Sceneplate : objectType(node.kind);
+    const quint64 id = loader.addObject(type, node.name, parentId);
     if (id == 0)
         return false;
+    if (isSceneplate)
+        addSceneplate(loader, id, *annex->sceneplate);
     m_nodeIds[size_t(index)] = id;
-    m_source.add(SceneSource::ObjectOrigin{id, static_cast<quint32>(index), SceneSource::List::Nodes,
-                                           node.span, node.extrasSpan, node.name, IndexRange()});
-    return addContent(loader, id, node.entries, annexOf(false, quint32(index)));
+    SceneSource::ObjectOrigin origin;
+    origin.id = id;
+    origin.index = quint32(index);
+    origin.span = node.span;
+    origin.extrasSpan = node.extrasSpan;
+    origin.name = node.name;
+    m_source.add(origin);
+    return addContent(loader, id, node.entries, annex);
+}
+
+void SceneImporter::addSceneplate(Loader &loader, quint64 id, const GltfAnnex::Sceneplate &sceneplate)
+{
+    const QDir folder = QFileInfo(m_source.filePath).dir();
+    const QString image = sceneplate.image.isEmpty() ? QString()
+                                                     : QDir::cleanPath(folder.filePath(sceneplate.image));
+    loader.setSceneplate(id, image, sceneplate.placement);
 }
 
 bool SceneImporter::addMaterials(Loader &loader)
 {
-    quint32 index = 0;
-    for (const SceneMaterial &material : m_scene.materials) {
-        const quint64 id = loader.addObject(nkObjectType::Material, material.name);
-        if (id == 0)
-            return false;
-        m_materialIds.push_back(id);
-        m_source.add(SceneSource::ObjectOrigin{id, index, SceneSource::List::Materials, material.span,
-                                               material.extrasSpan, material.name, IndexRange()});
-        if (!addContent(loader, id, material.entries, annexOf(true, index++)))
+    m_materialIds.assign(m_scene.materials.size(), 0);
+    for (const GltfAnnex::MaterialItem &item : m_match.materials()) {
+        const quint64 groupId = item.group < 0 ? 0 : m_groupIds[size_t(item.group)];
+        const bool isAdded = item.kind == GltfAnnex::Reference::Group
+                                 ? addGroup(loader, item, groupId)
+                                 : addMaterial(loader, item.index, groupId);
+        if (!isAdded)
             return false;
     }
     return true;
+}
+
+bool SceneImporter::addMaterial(Loader &loader, quint32 index, quint64 groupId)
+{
+    const SceneMaterial &material = m_scene.materials[index];
+    const quint64 id = loader.addObject(nkObjectType::Material, material.name, groupId);
+    if (id == 0)
+        return false;
+    m_materialIds[index] = id;
+    SceneSource::ObjectOrigin origin;
+    origin.id = id;
+    origin.index = index;
+    origin.list = SceneSource::List::Materials;
+    origin.span = material.span;
+    origin.extrasSpan = material.extrasSpan;
+    origin.name = material.name;
+    m_source.add(origin);
+    return addContent(loader, id, material.entries, m_match.find(GltfAnnex::Reference::Material, index));
+}
+
+/// A group stands in the annex alone, with its entries: there are no extras of others to be compared with.
+bool SceneImporter::addGroup(Loader &loader, const GltfAnnex::MaterialItem &group, quint64 groupId)
+{
+    const quint64 id = loader.addObject(nkObjectType::MaterialGroup, group.name, groupId);
+    m_groupIds.push_back(id);
+    const GltfAnnex::Object *const annex = m_match.find(GltfAnnex::Reference::Group, group.index);
+    if (annex && annex->isLocked)
+        loader.lockObject(id);
+    if (!annex || !annex->own)
+        return id != 0;
+    const quint64 setId = loader.objectSet(id);
+    loader.setColor(setId, annex->own->color);
+    if (annex->own->locked)
+        loader.lockSet(setId);
+    for (const kernel::EntryCopy &entry : annex->own->entries)
+        add(loader, setId, entry);
+    return id != 0;
 }
 
 bool SceneImporter::addContent(Loader &loader, quint64 objectId, const IndexRange &range,
@@ -254,12 +261,16 @@ void SceneImporter::addSets(Loader &loader)
             add(loader, sets.back(), entry);
     }
     for (const GltfAnnex::Asset &asset : m_annex.assets)
-        loader.setAsset(sets[asset.set], asset.state, asset.id);
+        loader.setAsset(sets[asset.set], asset.state, asset.id, asset.version);
     QHash<quint32, quint64> objects;
-    for (auto at = m_annexOfNode.cbegin(); at != m_annexOfNode.cend(); ++at)
-        objects.insert(at.value(), m_nodeIds[at.key()]);
-    for (auto at = m_annexOfMaterial.cbegin(); at != m_annexOfMaterial.cend(); ++at)
-        objects.insert(at.value(), m_materialIds[at.key()]);
+    const auto addIds = [&](GltfAnnexMatch::Kind kind, const std::vector<quint64> &ids) {
+        const QHash<quint32, quint32> &places = m_match.objects(kind);
+        for (auto at = places.cbegin(); at != places.cend(); ++at)
+            objects.insert(at.value(), ids[at.key()]);
+    };
+    addIds(GltfAnnex::Reference::Node, m_nodeIds);
+    addIds(GltfAnnex::Reference::Material, m_materialIds);
+    addIds(GltfAnnex::Reference::Group, m_groupIds);
     for (const GltfAnnex::Run &run : m_annex.runs) {
         for (const quint32 object : run.objects)
             loader.assign(sets[run.set], objects.value(object));

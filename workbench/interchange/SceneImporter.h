@@ -1,6 +1,7 @@
 #pragma once
 
 #include <interchange/GltfAnnex.h>
+#include <interchange/GltfAnnexMatch.h>
 #include <interchange/GltfScene.h>
 #include <interchange/SceneSource.h>
 
@@ -11,8 +12,8 @@
 namespace interchange {
 
 /// Makes the document out of a scene that was read: one object a node and a material, in the order of the scene, and
-/// their entries in their object sets; then what its annex adds, sets and assignments for instance. Meshes, cameras
-/// and lights as such are no objects; the nodes that carry them are.
+/// their entries in their object sets; then what its annex adds, sets, assignments and groups for instance. Meshes,
+/// cameras and lights as such are no objects; the nodes that carry them are. What the annex calls deleted is none.
 class SceneImporter
 {
 public:
@@ -27,11 +28,12 @@ public:
 private:
     using Loader = kernel::DocumentLoader;
 
-    void findAnnexObjects();
-    qint64 indexOf(const GltfAnnex::Object &object) const;
     bool addNodes(Loader &loader);
     bool addNode(Loader &loader, qint32 index, quint64 parentId);
+    void addSceneplate(Loader &loader, quint64 id, const GltfAnnex::Sceneplate &sceneplate);
     bool addMaterials(Loader &loader);
+    bool addMaterial(Loader &loader, quint32 index, quint64 groupId);
+    bool addGroup(Loader &loader, const GltfAnnex::MaterialItem &group, quint64 groupId);
     bool addContent(Loader &loader, quint64 objectId, const IndexRange &range,
                     const GltfAnnex::Object *annex);
     bool addPlain(Loader &loader, quint64 setId, quint32 entry, const QString &key);
@@ -39,8 +41,6 @@ private:
     bool addOwnEntry(Loader &loader, quint64 setId, const kernel::EntryCopy &entry, qint64 place);
     void addSets(Loader &loader);
     void note(quint64 id, const ExtrasEntry *entry, const QString &key);
-    const GltfAnnex::Object *annexOf(bool isMaterial, quint32 index) const;
-    QString annexPath(size_t object) const;
     static quint64 add(Loader &loader, quint64 setId, const QString &key, const ExtrasEntry &entry);
     static quint64 add(Loader &loader, quint64 setId, const kernel::EntryCopy &entry);
 
@@ -49,8 +49,8 @@ private:
     SceneSource &m_source;
     std::vector<quint64> m_nodeIds; ///< by the node's index; 0 before it was added
     std::vector<quint64> m_materialIds;
-    QHash<quint32, quint32> m_annexOfNode; ///< from the index in the file to the place in the annex
-    QHash<quint32, quint32> m_annexOfMaterial;
+    std::vector<quint64> m_groupIds;
+    GltfAnnexMatch m_match;
 };
 
 } // namespace interchange

@@ -55,6 +55,8 @@ SceneFile::Saved SceneSaver::save(SceneFile::IfChanged ifChanged)
         m_result.outcome = SceneFile::Saved::Done;
         m_result.source = m_written;
         m_result.leftBehind = filesLeftBehind();
+        if (m_result.error.isEmpty() && !m_note.isEmpty())
+            m_result.error = tr("“%1” was saved, but %2.").arg(QDir::toNativeSeparators(m_path), m_note);
     } else if (m_result.error.isEmpty()) {
         m_result.outcome = m_progress.isCancelled() ? SceneFile::Saved::Cancelled
                                                     : SceneFile::Saved::ChangedElsewhere;
@@ -86,11 +88,12 @@ bool SceneSaver::isChangedElsewhere() const
 
 bool SceneSaver::makeText()
 {
-    GltfWriter writer(m_source, m_progress);
+    GltfWriter writer(m_source, QFileInfo(m_path).path(), m_progress);
     if (!writer.write())
         return writer.reason().isEmpty() ? false : fail(writer.reason(), writer.advice());
     m_json = writer.json();
     m_written = writer.takeSource();
+    m_note = writer.note();
     return true;
 }
 

@@ -48,6 +48,7 @@ private:
     kernel::Progress m_progress;
     kernel::DurableReplacement m_file;
     QByteArray m_json;
+    QString m_note;
     qint64 m_restOffset = 0;
     std::shared_ptr<SceneSource> m_written;
     SceneFile::Saved m_result;

@@ -1,5 +1,10 @@
 #include <interchange/SceneSource.h>
 
+#include <interchange/GltfScene.h>
+
+#include <kernel/document/Document.h>
+#include <kernel/document/Store.h>
+
 #include <algorithm>
 #include <numeric>
 
@@ -22,6 +27,32 @@ void SceneSource::add(const EntryOrigin &origin)
     m_entries.push_back(origin);
     ++m_objects.back().entries.count;
     m_byId.clear();
+}
+
+void SceneSource::noteTree(const GltfScene &scene)
+{
+    std::vector<quint64> ids(scene.nodes.size(), 0);
+    for (const ObjectOrigin &origin : m_objects) {
+        if (origin.list == List::Nodes)
+            ids[origin.index] = origin.id;
+    }
+    m_children.clear();
+    for (ObjectOrigin &origin : m_objects) {
+        if (origin.list != List::Nodes)
+            continue;
+        const SceneNode &node = scene.nodes[origin.index];
+        if (node.parent >= 0)
+            origin.parentId = ids[size_t(node.parent)];
+        else if (kernel::Document::the().typeOf(origin.id) != nkObjectType::Null)
+            origin.parentId = 0;
+        origin.children = {quint32(m_children.size()), node.children.count};
+        for (quint32 i = node.children.first; i < node.children.end(); ++i)
+            m_children.push_back(ids[size_t(scene.children[i])]);
+    }
+    const kernel::Store &store = kernel::Document::the().store();
+    rootIds.clear();
+    for (const kernel::Slot root : store.topLevelNodes().slots())
+        rootIds.push_back(store.idOf(root));
 }
 
 const SceneSource::ObjectOrigin *SceneSource::object(quint64 id) const

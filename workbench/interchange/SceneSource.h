@@ -17,6 +17,7 @@ QT_END_NAMESPACE
 namespace interchange {
 
 struct ForeignOrigin;
+struct GltfScene;
 struct SceneGeometry;
 
 /// Where the open scene came from: its file, and for every object and entry read from it the bytes it stands in.
@@ -39,6 +40,21 @@ public:
         JsonSpan extrasSpan; ///< the value of its `extras`; empty when it has none
         QString name;        ///< the object's name when it was read
         IndexRange entries;  ///< those of its own set, in entries()
+        IndexRange children; ///< of a node: what its `children` name, in children()
+        /// Of a node: what it stands below, 0 at the top level; of one that was deleted, what it stood below then.
+        quint64 parentId = 0;
+        /// A save has put the object into the file since the scene was opened: nothing else there can refer to it.
+        bool isMade = false;
+        /// It was deleted when the text was read or written.
+        bool isGone = false;
+    };
+
+    /// An object that stands in the file and has been deleted from the scene: saving leaves it where others may
+    /// refer to it, and the annex says that it is not to be shown.
+    struct Removed
+    {
+        List list = List::Nodes;
+        quint32 index = 0;
     };
 
     struct EntryOrigin
@@ -54,6 +70,16 @@ public:
         bool isInExtras() const { return !valueSpan.isEmpty(); }
 
         JsonSpan memberSpan() const { return {memberOffset, valueSpan.end() - memberOffset}; }
+        /// The same where the extras that it stands in begin elsewhere.
+        EntryOrigin moved(quint32 from, quint32 to) const
+        {
+            EntryOrigin copy = *this;
+            if (isInExtras()) {
+                copy.memberOffset += to - from;
+                copy.valueSpan.offset += to - from;
+            }
+            return copy;
+        }
     };
 
     /// Absolute path of the file; empty for a scene that was never in one.
@@ -73,6 +99,14 @@ public:
     QByteArray annex;
     /// Something stands in the annex's place that is none, or none that this program can read.
     bool isAnnexForeign = false;
+
+    /// Objects that were deleted before the scene was opened. Those deleted since have an origin in objects().
+    std::vector<Removed> removed;
+    /// The nodes at the top level when the scene was read or saved last.
+    std::vector<quint64> rootIds;
+    /// How many elements at the end of the file's `cameras` and lights have been put there since it was opened.
+    quint32 madeCameras = 0;
+    quint32 madeLights = 0;
 
     /// The content of the file when it was read: as long as it hashes to this, nobody else has changed it.
     FileHash hash;
@@ -96,6 +130,10 @@ public:
     /// An entry of the object that was added last.
     void add(const EntryOrigin &origin);
 
+    /// Notes how the nodes stand, once all objects are added: their children as the file has them, their parents, and
+    /// the present document's top level. A deleted node that is no node's child keeps the parent that it had.
+    void noteTree(const GltfScene &scene);
+
     /// A scene without a file: a JSON text with nothing in it.
     static std::shared_ptr<SceneSource> blank();
 
@@ -103,6 +141,9 @@ public:
     const std::vector<ObjectOrigin> &objects() const { return m_objects; }
     /// All entries, object after object, those of one object in order of their ids.
     const std::vector<EntryOrigin> &entries() const { return m_entries; }
+
+    /// Ids of the children of all nodes that stand in the file, deleted ones among them.
+    const std::vector<quint64> &children() const { return m_children; }
 
     /// Where the object with this id stands in the file; nothing for objects that were not read from it. Takes
     /// logarithmic time, as entry() mostly does. The pointer is good until the next add().
@@ -115,6 +156,7 @@ public:
 private:
     std::vector<ObjectOrigin> m_objects;
     std::vector<EntryOrigin> m_entries;
+    std::vector<quint64> m_children;
     /// Places in m_entries, ordered by id; made when it is first asked for.
     mutable std::vector<quint32> m_byId;
 };

@@ -127,6 +127,19 @@ void ChangeLog::changeLock(Store &store, ChangeKind kind, Slot slot, ChangeEffec
     record(store, {kind, LockedProperty, slot, 0}, effects);
 }
 
+void ChangeLog::changePlace(Store &store, Slot object, const ObjectPlace &place, ChangeEffects &effects)
+{
+    m_places.push_back(place);
+    record(store, {ChangeKind::ObjectPlacing, 0, object, quint32(m_places.size() - 1)}, effects);
+}
+
+void ChangeLog::changeSceneplate(Store &store, Slot object, const SceneplateRecord &content,
+                                 ChangeEffects &effects)
+{
+    m_sceneplates.push_back(content);
+    record(store, {ChangeKind::SceneplateContent, 0, object, quint32(m_sceneplates.size() - 1)}, effects);
+}
+
 void ChangeLog::changeColor(Store &store, Slot set, const QColor &color, ChangeEffects &effects)
 {
     m_colors.push_back(color);
@@ -203,6 +216,14 @@ void ChangeLog::exchange(Store &store, Change &change, ChangeEffects &effects)
         return;
     case ChangeKind::ObjectLock:
         store.object(change.first).locked = !store.object(change.first).locked;
+        return;
+    case ChangeKind::ObjectPlacing:
+        store.swapPlace(change.first, m_places[change.extra]);
+        effects.flags |= SceneChange;
+        return;
+    case ChangeKind::SceneplateContent:
+        store.swapSceneplate(change.first, m_sceneplates[change.extra]);
+        effects.flags |= SceneChange;
         return;
     case ChangeKind::SetName:
         store.swapSetName(change.first, m_names[change.extra]);

@@ -27,6 +27,8 @@ enum class ChangeKind : quint8 {
     Unlinked,
     ObjectName,
     ObjectLock,
+    ObjectPlacing,
+    SceneplateContent,
     SetName,
     SetColor,
     SetLock,
@@ -81,6 +83,8 @@ public:
     void toggle(Store &store, ChangeKind kind, quint32 slotOrLink, ChangeEffects &effects);
     void changeName(Store &store, ChangeKind kind, Slot slot, const QString &name, ChangeEffects &effects);
     void changeLock(Store &store, ChangeKind kind, Slot slot, ChangeEffects &effects);
+    void changePlace(Store &store, Slot object, const ObjectPlace &place, ChangeEffects &effects);
+    void changeSceneplate(Store &store, Slot object, const SceneplateRecord &content, ChangeEffects &effects);
     void changeColor(Store &store, Slot set, const QColor &color, ChangeEffects &effects);
     void changeAsset(Store &store, Slot set, const AssetLink &asset, ChangeEffects &effects);
     void changeKey(Store &store, Slot entry, quint32 key, ChangeEffects &effects);
@@ -115,6 +119,8 @@ private:
     std::vector<QString> m_names;
     std::vector<QColor> m_colors;
     std::vector<AssetLink> m_assets;
+    std::vector<ObjectPlace> m_places;
+    std::vector<SceneplateRecord> m_sceneplates;
 };
 
 } // namespace kernel

@@ -68,6 +68,15 @@ bool Document::redo()
     return true;
 }
 
+bool Document::goToStep(int index)
+{
+    if (isScopeOpen() || index < 0 || index > undoStack()->count()) {
+        return false;
+    }
+    undoStack()->setIndex(index);
+    return true;
+}
+
 bool Document::isScopeOpen() const
 {
     return m_scopes->isOpen();
@@ -93,6 +102,27 @@ quint64 Document::createObject(nkObjectType type, const QString &name, quint64 p
 bool Document::deleteObjects(const QList<quint64> &ids)
 {
     return ObjectOperations::remove(ids);
+}
+
+quint64 Document::createSceneplate(const QString &name, const QString &imagePath,
+                                   SceneplatePlacement placement, quint64 parentId)
+{
+    return ObjectOperations::createSceneplate(name, {imagePath, placement}, parentId);
+}
+
+bool Document::moveObjects(const QList<quint64> &ids, quint64 parentId, int position)
+{
+    return ObjectOperations::move(ids, parentId, position);
+}
+
+bool Document::setSceneplateImage(quint64 id, const QString &imagePath)
+{
+    return ObjectOperations::setSceneplate(id, {imagePath, sceneplatePlacement(id)});
+}
+
+bool Document::setSceneplatePlacement(quint64 id, SceneplatePlacement placement)
+{
+    return ObjectOperations::setSceneplate(id, {sceneplateImage(id), placement});
 }
 
 bool Document::setAssetState(quint64 setId, AssetState state, const QString &assetId, int version)
@@ -154,10 +184,21 @@ quint32 Document::assignedKinds(quint64 setId) const
     return kinds;
 }
 
+QString Document::sceneplateImage(quint64 id) const
+{
+    return m_store->findObject(id) ? m_store->sceneplate(m_store->objectSlot(id)).imagePath : QString();
+}
+
+SceneplatePlacement Document::sceneplatePlacement(quint64 id) const
+{
+    return m_store->findObject(id) ? m_store->sceneplate(m_store->objectSlot(id)).placement
+                                   : SceneplatePlacement::Behind;
+}
+
 quint64 Document::parentOf(quint64 objectId) const
 {
     const ObjectRecord *object = m_store->findObject(objectId);
-    return object ? m_store->idOf(object->parent) : 0;
+    return object ? m_store->idOf(object->place.parent) : 0;
 }
 
 QList<quint64> Document::childrenOf(quint64 objectId) const
@@ -205,6 +246,16 @@ QVector<Document::Assignment> Document::assignments() const
 int Document::objectCount() const
 {
     return m_store->objectCount();
+}
+
+int Document::setCount() const
+{
+    return m_store->sharedSets().size();
+}
+
+int Document::entryCount() const
+{
+    return m_store->entryCount();
 }
 
 } // namespace kernel

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "AssetState.h"
+#include "SceneplatePlacement.h"
 
 #include <nkKernelServices/nkKernelServicesExport.h>
 #include <nkKernelServices/nkObjectType.h>
@@ -48,6 +49,9 @@ public:
     /// Undoes or redoes one step and announces it. False where there is none or a scope is open.
     bool undo();
     bool redo();
+    /// Undoes or redoes until this many steps of the stack are done, and announces that once. False where the
+    /// stack has fewer or a scope is open.
+    bool goToStep(int index);
     /// True while an nkScopedUndo or nkScopedMultiCommand lives, or a change is being made.
     bool isScopeOpen() const;
     /// Whether the scene differs from the one that was marked saved; an empty new scene does not. True again
@@ -67,6 +71,23 @@ public:
     /// Ids that name no scene object are skipped. Undo brings back the same ids in the same places.
     /// @return whether anything was deleted
     bool deleteObjects(const QList<quint64> &ids);
+    /// A new sceneplate at the end of its parent's children, as createObject makes it.
+    /// @param imagePath of the image that it shows, kept as given and not looked at
+    /// @return the id; 0 where the parent does not fit
+    quint64 createSceneplate(const QString &name, const QString &imagePath, SceneplatePlacement placement,
+                             quint64 parentId = 0);
+    /// Moves objects, with everything below them, to another parent or another place among their siblings:
+    /// one change, which touches no metadata. They end up side by side in the order of ids; those that stand
+    /// below others of ids stay there.
+    /// @param parentId 0 for the top level; what fits where is as in createObject
+    /// @param position they come before the child that stands there now; -1: behind the last
+    /// @return false, and nothing has changed, where they stand there already, and where any of them is no
+    ///         living scene object, is locked, does not fit below the parent, or has the parent below itself
+    bool moveObjects(const QList<quint64> &ids, quint64 parentId, int position = -1);
+    /// Gives a sceneplate another image or place: one change. Refused (false) where it is locked or no
+    /// sceneplate, and where nothing would change.
+    bool setSceneplateImage(quint64 id, const QString &imagePath);
+    bool setSceneplatePlacement(quint64 id, SceneplatePlacement placement);
     /// Gives a shared set its asset state: metadataChanged(1).
     /// @param assetId names the asset in the asset manager; kept as given, dropped with None
     /// @param version of the asset that the set's content comes from, 0 for unknown; kept and dropped likewise
@@ -87,6 +108,10 @@ public:
     bool isAssignedToKind(quint64 setId, nkObjectType kind) const;
     /// Those kinds as bits, bit n for the nkObjectType of value n; an object set answers its object's. O(1).
     quint32 assignedKinds(quint64 setId) const;
+
+    /// The path of the image that a sceneplate shows, as it was given; empty where it has none.
+    QString sceneplateImage(quint64 id) const;
+    SceneplatePlacement sceneplatePlacement(quint64 id) const;
 
     /// The parent node or group; 0 at the top level.
     quint64 parentOf(quint64 objectId) const;
@@ -112,6 +137,11 @@ public:
     /// Number of living scene objects of all kinds.
     int objectCount() const;
 
+    /// Number of living shared sets. O(1).
+    int setCount() const;
+    /// Number of living entries, those of objects' own sets among them. O(1).
+    int entryCount() const;
+
     /// The tables behind all of it and the clipboards, for the kernel's own classes.
     const Store &store() const { return *m_store; }
     Clipboard &clipboard() const { return *m_clipboard; }
@@ -126,8 +156,8 @@ Q_SIGNALS:
     void cleared();
     /// A change is about to be announced: whoever dropped handles since the last time announces that now.
     void aboutToAnnounce();
-    /// Scene objects were created, deleted or renamed, undo and redo included. Follows the announcement rules
-    /// of nkMetadataService::metadataChanged.
+    /// Scene objects were created, deleted, moved or renamed, or sceneplates changed, undo and redo included.
+    /// Follows the announcement rules of nkMetadataService::metadataChanged.
     void sceneChanged();
     /// isModified() has changed.
     void modifiedChanged(bool modified);

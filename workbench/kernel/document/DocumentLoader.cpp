@@ -133,13 +133,24 @@ bool DocumentLoader::lockObject(quint64 objectId)
     return object != NoSlot;
 }
 
-bool DocumentLoader::setAsset(quint64 setId, AssetState state, const QString &assetId)
+bool DocumentLoader::setAsset(quint64 setId, AssetState state, const QString &assetId, int version)
 {
     SetRecord *const set = freshSet(setId);
     if (!set || set->owner != NoSlot) {
         return false;
     }
-    set->asset = {state, state == AssetState::None ? QString() : assetId};
+    set->asset = state == AssetState::None ? AssetLink() : AssetLink{state, assetId, version};
+    return true;
+}
+
+bool DocumentLoader::setSceneplate(quint64 id, const QString &imagePath, SceneplatePlacement placement)
+{
+    const Slot plate = m_target && m_mode == Mode::Replace ? m_target->objectSlot(id) : NoSlot;
+    if (plate == NoSlot || m_target->object(plate).type != nkObjectType::Sceneplate) {
+        return false;
+    }
+    SceneplateRecord content{imagePath, placement};
+    m_target->swapSceneplate(plate, content);
     return true;
 }
 

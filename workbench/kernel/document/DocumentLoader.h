@@ -1,6 +1,7 @@
 #pragma once
 
 #include "AssetState.h"
+#include "SceneplatePlacement.h"
 
 #include <nkKernelServices/nkKernelServicesExport.h>
 #include <nkKernelServices/nkMetadataTypes.h>
@@ -60,7 +61,10 @@ public:
     /// Locks a scene object.
     bool lockObject(quint64 objectId);
     /// Gives a shared set its asset state; see Document::setAssetState.
-    bool setAsset(quint64 setId, AssetState state, const QString &assetId);
+    bool setAsset(quint64 setId, AssetState state, const QString &assetId, int version = 0);
+
+    /// Says what a sceneplate shows; see Document::createSceneplate.
+    bool setSceneplate(quint64 id, const QString &imagePath, SceneplatePlacement placement);
 
     /// An entry at the end of the set.
     /// @param key made unique in the set; empty: "Key", made unique

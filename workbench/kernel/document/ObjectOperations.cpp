@@ -1,10 +1,13 @@
 #include "ObjectOperations.h"
 
 #include "Document.h"
+#include "ObjectMove.h"
 #include "Operation.h"
 #include "Store.h"
 
 #include <QSet>
+
+#include <algorithm>
 
 namespace kernel {
 
@@ -44,10 +47,9 @@ QVector<Slot> subtrees(const Store &store, const QList<quint64> &ids)
     return found;
 }
 
-/// Children before their parents, whatever was named first.
+/// The youngest first: lists that were never reordered lose their ends, which costs least.
 void sortForRemoval(QVector<Slot> &objects)
 {
-    // A parent is older than its children, so its slot is lower.
     std::sort(objects.begin(), objects.end(), std::greater<Slot>());
 }
 
@@ -77,6 +79,33 @@ quint64 create(nkObjectType type, const QString &name, quint64 parentId)
     const Slot object = store.addObject(type, name, store.objectSlot(parentId));
     operation.toggle(ChangeKind::ObjectBorn, object);
     return store.idOf(object);
+}
+
+quint64 createSceneplate(const QString &name, const SceneplateRecord &content, quint64 parentId)
+{
+    if (!fitsBelow(Document::the().store(), nkObjectType::Sceneplate, parentId)) {
+        return 0;
+    }
+    Operation operation(QT_TRANSLATE_NOOP("Document", "Create Sceneplate"));
+    Store &store = operation.store();
+    const Slot plate = store.addObject(nkObjectType::Sceneplate, name, store.objectSlot(parentId));
+    SceneplateRecord present = content;
+    store.swapSceneplate(plate, present);
+    operation.toggle(ChangeKind::ObjectBorn, plate);
+    return store.idOf(plate);
+}
+
+bool move(const QList<quint64> &ids, quint64 parentId, int position)
+{
+    const ObjectMove move(Document::the().store(), ids, parentId, position);
+    if (!move.isChange()) {
+        return false;
+    }
+    Operation operation(QT_TRANSLATE_NOOP("Document", "Move Objects"));
+    for (const ObjectMove::Step &step : move.steps()) {
+        operation.changePlace(step.object, step.place);
+    }
+    return true;
 }
 
 bool remove(const QList<quint64> &ids)
@@ -116,6 +145,19 @@ void setLocked(quint64 id, bool locked)
     Operation operation(locked ? QT_TRANSLATE_NOOP("Document", "Lock Object")
                                : QT_TRANSLATE_NOOP("Document", "Unlock Object"));
     operation.toggleLock(ChangeKind::ObjectLock, operation.store().objectSlot(id));
+}
+
+bool setSceneplate(quint64 id, const SceneplateRecord &content)
+{
+    const Store &store = Document::the().store();
+    const ObjectRecord *object = store.findObject(id);
+    if (!object || object->type != nkObjectType::Sceneplate || object->locked
+        || store.sceneplate(store.objectSlot(id)) == content) {
+        return false;
+    }
+    Operation operation(QT_TRANSLATE_NOOP("Document", "Change Sceneplate"));
+    operation.changeSceneplate(store.objectSlot(id), content);
+    return true;
 }
 
 } // namespace ObjectOperations

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Records.h"
+
 #include <nkKernelServices/nkObjectType.h>
 
 #include <QList>
@@ -16,9 +18,12 @@ bool fitsBelow(const Store &store, nkObjectType type, quint64 parentId);
 namespace ObjectOperations {
 
 quint64 create(nkObjectType type, const QString &name, quint64 parentId);
+quint64 createSceneplate(const QString &name, const SceneplateRecord &content, quint64 parentId);
 bool remove(const QList<quint64> &ids);
+bool move(const QList<quint64> &ids, quint64 parentId, int position);
 void rename(quint64 id, const QString &name);
 void setLocked(quint64 id, bool locked);
+bool setSceneplate(quint64 id, const SceneplateRecord &content);
 
 } // namespace ObjectOperations
 } // namespace kernel

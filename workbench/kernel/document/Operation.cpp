@@ -32,6 +32,16 @@ void Operation::toggleLock(ChangeKind kind, Slot slot)
     m_scopes.log().changeLock(m_store, kind, slot, m_scopes.effects());
 }
 
+void Operation::changePlace(Slot object, const ObjectPlace &place)
+{
+    m_scopes.log().changePlace(m_store, object, place, m_scopes.effects());
+}
+
+void Operation::changeSceneplate(Slot object, const SceneplateRecord &content)
+{
+    m_scopes.log().changeSceneplate(m_store, object, content, m_scopes.effects());
+}
+
 void Operation::changeColor(Slot set, const QColor &color)
 {
     m_scopes.log().changeColor(m_store, set, color, m_scopes.effects());

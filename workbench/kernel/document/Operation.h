@@ -30,6 +30,8 @@ public:
     void changeName(ChangeKind kind, Slot slot, const QString &name);
     /// @param kind ObjectLock or SetLock
     void toggleLock(ChangeKind kind, Slot slot);
+    void changePlace(Slot object, const ObjectPlace &place);
+    void changeSceneplate(Slot object, const SceneplateRecord &content);
     void changeColor(Slot set, const QColor &color);
     void changeAsset(Slot set, const AssetLink &asset);
     void changeKey(Slot entry, const QString &key);

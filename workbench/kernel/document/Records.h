@@ -1,9 +1,11 @@
 #pragma once
 
 #include "AssetState.h"
+#include "ChildList.h"
 #include "EntryValue.h"
 #include "IndexTable.h"
 #include "KeyPool.h"
+#include "SceneplatePlacement.h"
 #include "SlotList.h"
 #include "UniqueNames.h"
 
@@ -42,12 +44,31 @@ struct AssignmentLink
     LinkIndex nextInObject = NoLink;
 };
 
+/// Where a scene object stands: below which other (NoSlot: at the top level), and where among its siblings.
+struct ObjectPlace
+{
+    Slot parent = NoSlot;
+    Rank rank = 0;
+};
+
+/// What a sceneplate has beside what all scene objects have.
+struct SceneplateRecord
+{
+    QString imagePath;
+    SceneplatePlacement placement = SceneplatePlacement::Behind;
+
+    bool operator==(const SceneplateRecord &other) const
+    {
+        return imagePath == other.imagePath && placement == other.placement;
+    }
+};
+
 /// A scene object.
 struct ObjectRecord
 {
     QString name;
-    SlotList children;
-    Slot parent = NoSlot;
+    ChildList children;
+    ObjectPlace place;
     Slot objectSet = NoSlot;
     LinkEnds links;
     nkObjectType type = nkObjectType::Null;
@@ -87,17 +108,18 @@ struct SetRecord
 {
     /// Empty for an object's own set, which is called like its object.
     QString name;
-    QColor color;
     SlotList entries;
-    /// Null while the set is small enough to be searched.
-    std::unique_ptr<KeyIndex> index;
+    bool locked = false;
+    AssetLink asset;
     /// The object whose own set it is; NoSlot for a shared set.
     Slot owner = NoSlot;
+    // Up to here in one line of the processor's cache: what commands ask of every selected set.
     LinkEnds links;
     /// How many objects of each kind it is assigned to, by sceneKindIndex.
     std::array<quint32, SceneKindCount> linkedKinds{};
-    AssetLink asset;
-    bool locked = false;
+    QColor color;
+    /// Null while the set is small enough to be searched.
+    std::unique_ptr<KeyIndex> index;
 
     bool isEditable() const { return !locked && asset.state != AssetState::AtRest; }
 };

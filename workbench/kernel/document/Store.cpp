@@ -1,5 +1,7 @@
 #include "Store.h"
 
+#include <utility>
+
 namespace kernel {
 
 namespace {
@@ -101,7 +103,8 @@ Slot Store::addObject(nkObjectType type, const QString &name, Slot parent)
     ObjectRecord record;
     record.type = type;
     record.name = name;
-    record.parent = parent;
+    // The youngest stands last, also behind what was moved to the end.
+    record.place = {parent, std::as_const(*this).childrenBelow(parent, type).lastRank() + RankStep};
     const Slot slot = m_directory.add(SlotDirectory::Kind::Object, m_objects.append(std::move(record)));
     const Slot ownSet = addSet(QString(), QColor());
     set(ownSet).owner = slot;
@@ -132,28 +135,42 @@ Slot Store::addEntry(Slot set, quint32 key, EntryValue value)
     return m_directory.add(SlotDirectory::Kind::Entry, m_entries.append(std::move(record)));
 }
 
-const SlotList &Store::topLevelList(Slot object) const
+const ChildList &Store::childrenBelow(Slot parent, nkObjectType type) const
 {
-    return isMaterialKind(this->object(object).type) ? m_topLevelMaterials : m_topLevelNodes;
+    if (parent != NoSlot) {
+        return object(parent).children;
+    }
+    return isMaterialKind(type) ? m_topLevelMaterials : m_topLevelNodes;
 }
 
-SlotList &Store::siblings(const ObjectRecord &object)
+ChildList &Store::childrenBelow(Slot parent, nkObjectType type)
 {
-    if (object.parent != NoSlot) {
-        return this->object(object.parent).children;
-    }
-    return isMaterialKind(object.type) ? m_topLevelMaterials : m_topLevelNodes;
+    return const_cast<ChildList &>(std::as_const(*this).childrenBelow(parent, type));
+}
+
+const ChildList &Store::siblingsOf(Slot object) const
+{
+    const ObjectRecord &record = this->object(object);
+    return childrenBelow(record.place.parent, record.type);
+}
+
+ChildList &Store::siblings(const ObjectRecord &object)
+{
+    return childrenBelow(object.place.parent, object.type);
 }
 
 void Store::setObjectPresent(Slot object, bool present)
 {
-    SlotList &list = siblings(this->object(object));
+    const ObjectRecord &record = this->object(object);
+    ChildList &list = siblings(record);
     if (present) {
-        list.insert(object);
+        list.insert(object, record.place.rank);
         ++m_objectCount;
+        m_entryCount += set(record.objectSet).entries.size();
     } else {
-        list.remove(object);
+        list.remove(object, record.place.rank);
         --m_objectCount;
+        m_entryCount -= set(record.objectSet).entries.size();
     }
     m_directory.setAlive(object, present);
 }
@@ -163,9 +180,11 @@ void Store::setSetPresent(Slot set, bool present)
     const QString &name = this->set(set).name;
     if (present) {
         m_sharedSets.insert(set);
+        m_entryCount += this->set(set).entries.size();
         m_setNames.insert(name, set);
     } else {
         m_sharedSets.remove(set);
+        m_entryCount -= this->set(set).entries.size();
         m_setNames.remove(name);
         m_uniqueSetNames.released(name);
     }
@@ -181,6 +200,10 @@ void Store::setEntryPresent(Slot entry, bool present)
     } else {
         unindexKey(owner, entry);
         owner.entries.remove(entry);
+    }
+    // Those of a set that is not there count when it comes.
+    if (isAlive(this->entry(entry).set)) {
+        m_entryCount += present ? 1 : -1;
     }
     m_directory.setAlive(entry, present);
 }
@@ -250,6 +273,19 @@ void Store::swapSetName(Slot set, QString &name)
     m_uniqueSetNames.released(record.name);
     record.name.swap(name);
     m_setNames.insert(record.name, set);
+}
+
+void Store::swapPlace(Slot object, ObjectPlace &place)
+{
+    ObjectRecord &record = this->object(object);
+    siblings(record).remove(object, record.place.rank);
+    std::swap(record.place, place);
+    siblings(record).insert(object, record.place.rank);
+}
+
+void Store::swapSceneplate(Slot object, SceneplateRecord &content)
+{
+    std::swap(m_sceneplates[object], content);
 }
 
 void Store::swapKey(Slot entry, quint32 &key)

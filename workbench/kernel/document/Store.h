@@ -65,12 +65,18 @@ public:
     /// The shared sets, in order of creation.
     const SlotList &sharedSets() const { return m_sharedSets; }
     /// Nodes without parent; material groups and materials without group.
-    const SlotList &topLevelNodes() const { return m_topLevelNodes; }
-    const SlotList &topLevelMaterials() const { return m_topLevelMaterials; }
-    /// The list that a top-level object of this one's kind stands in.
-    const SlotList &topLevelList(Slot object) const;
+    const ChildList &topLevelNodes() const { return m_topLevelNodes; }
+    const ChildList &topLevelMaterials() const { return m_topLevelMaterials; }
+    /// The list that objects of this kind stand in below that parent (NoSlot: at the top level).
+    const ChildList &childrenBelow(Slot parent, nkObjectType type) const;
+    /// The list that the object stands in.
+    const ChildList &siblingsOf(Slot object) const;
+    /// What a sceneplate shows; that of a new one where nobody has said.
+    SceneplateRecord sceneplate(Slot object) const { return m_sceneplates.value(object); }
     /// The living objects.
     int objectCount() const { return m_objectCount; }
+    /// The living entries.
+    int entryCount() const { return m_entryCount; }
     bool isEmpty() const { return m_objectCount == 0 && m_sharedSets.isEmpty(); }
 
     /// The entry of the set with this key; NoSlot where there is none.
@@ -109,6 +115,9 @@ public:
 
     void swapSetName(Slot set, QString &name);
     void swapKey(Slot entry, quint32 &key);
+    /// Moves a living object, with what is below it.
+    void swapPlace(Slot object, ObjectPlace &place);
+    void swapSceneplate(Slot object, SceneplateRecord &content);
 
 private:
     Slot livingSlot(quint64 id, SlotDirectory::Kind kind) const
@@ -116,7 +125,8 @@ private:
         const Slot slot = m_directory.slotOf(id);
         return slot != NoSlot && m_directory.kindOf(slot) == kind && isAlive(slot) ? slot : NoSlot;
     }
-    SlotList &siblings(const ObjectRecord &object);
+    ChildList &childrenBelow(Slot parent, nkObjectType type);
+    ChildList &siblings(const ObjectRecord &object);
     quint32 keyHash(Slot entry) const { return mixedHash(this->entry(entry).key); }
     quint32 linkHash(LinkIndex link) const;
     void indexKey(SetRecord &set, Slot entry);
@@ -131,12 +141,14 @@ private:
     /// From (set, object) to the link that is in.
     IndexTable m_linkIndex;
     SlotList m_sharedSets;
-    SlotList m_topLevelNodes;
-    SlotList m_topLevelMaterials;
+    ChildList m_topLevelNodes;
+    ChildList m_topLevelMaterials;
+    QHash<Slot, SceneplateRecord> m_sceneplates;
     QHash<QString, Slot> m_setNames;
     /// Remembers only; what it answers does not change by asking.
     mutable UniqueNames m_uniqueSetNames;
     int m_objectCount = 0;
+    int m_entryCount = 0;
 };
 
 } // namespace kernel

@@ -23,7 +23,8 @@ nkdNode nodeAt(Slot slot)
 QVector<Slot> lineOf(quint64 id)
 {
     QVector<Slot> line;
-    for (Slot slot = openStore().objectSlot(id); slot != NoSlot; slot = openStore().object(slot).parent) {
+    for (Slot slot = openStore().objectSlot(id); slot != NoSlot;
+         slot = openStore().object(slot).place.parent) {
         line.prepend(slot);
     }
     return line;
@@ -33,11 +34,9 @@ QVector<Slot> lineOf(quint64 id)
 int placeAmongNamesakes(Slot slot)
 {
     const Store &store = openStore();
-    const Slot parent = store.object(slot).parent;
     const QString &name = store.object(slot).name;
-    const SlotList &siblings = parent == NoSlot ? store.topLevelList(slot) : store.object(parent).children;
     int place = 1;
-    for (const Slot sibling : siblings.slots()) {
+    for (const Slot sibling : store.siblingsOf(slot).slots()) {
         if (sibling == slot) {
             break;
         }
@@ -53,7 +52,7 @@ nkdNode::~nkdNode() = default;
 nkdNode nkdNode::getParent() const
 {
     const ObjectRecord *object = openStore().findObject(getObjectId());
-    return object && object->parent != NoSlot ? nodeAt(object->parent) : nkdNode();
+    return object && object->place.parent != NoSlot ? nodeAt(object->place.parent) : nkdNode();
 }
 
 QList<nkdNode> nkdNode::getChildren() const
