@@ -1,11 +1,12 @@
 #!/usr/bin/env python3
-"""Writes showroom.gltf, the scene that the workbench opens when it is started without a file.
+"""Writes showroom.gltf, the sample scene of the workbench.
 
-A showroom with a small electric delivery van on a turntable, two stands, three cameras and three lights. The extras
-hold every type that JSON knows, as a parts database would deliver them, and what is hard to show or to keep: texts in
-several scripts, with markup, tabs and line breaks in them, keys with points, numbers too long for their types, and
-what has no form as an entry. Geometry is one box and one cylinder in an embedded buffer, placed and scaled by the
-nodes.
+A showroom with a small electric delivery van on a turntable, two stands, a lounge, three cameras and four lights. The
+extras hold every type that JSON knows, as a parts database would deliver them, and what is hard to show or to keep:
+texts in several scripts, with markup, tabs and line breaks in them, keys with points, numbers too long for their types,
+and what has no form as an entry. The extras of the file itself hold what extras of objects cannot say: sets that objects
+share, locks, colours, assets, dates and times. Geometry is one box and one cylinder in an embedded buffer, placed and
+scaled by the nodes. Two small pictures beside the file are what its sceneplates show.
 
 Usage: make_showroom.py [OUT.gltf]
 """
@@ -15,6 +16,7 @@ import math
 import os
 import struct
 import sys
+import zlib
 
 LINE = 110  # what fits into this many columns stands on one line
 
@@ -81,6 +83,7 @@ class Scene:
         self.data = bytearray()
         self.views, self.accessors = [], []
         self.materials, self.meshes, self.cameras, self.lights, self.nodes = [], [], [], [], []
+        self.sets, self.assets, self.objects, self.assigned, self.groups = [], [], [], [], []
         self.shapes = {"box": self.shape(box()), "cylinder": self.shape(cylinder())}
 
     def view(self, data, target):
@@ -135,6 +138,53 @@ class Scene:
     def part(self, name, parent, shape, material, at, size, extras=None):
         return self.node(name, parent, extras, mesh=self.mesh(shape, material), translation=at, scale=size)
 
+    def set(self, name, color, entries, assigned=(), asset=None, **more):
+        """A set that objects share. entries: (key, type, value), for tags (key, "tag"); assigned: places of objects."""
+        self.sets.append({"name": name, "color": color, **more, "entries": [self.entry(*e) for e in entries]})
+        if assigned:
+            self.assigned.append({"set": len(self.sets) - 1, "objects": list(assigned)})
+        if asset:
+            state, identity = asset
+            self.assets.append({"set": len(self.sets) - 1, "state": state, "id": identity})
+
+    @staticmethod
+    def entry(key, kind, value=None):
+        return {"key": key, "type": kind} if kind == "tag" else {"key": key, "type": kind, "value": value}
+
+    def object(self, **members):
+        """Makes a node or a material known to the sets, once; what is returned is its place among those."""
+        kind, index = next(iter(members.items()))
+        for place, known in enumerate(self.objects):
+            if known.get(kind) == index:
+                known.update(members)
+                return place
+        name = (self.nodes if kind == "node" else self.materials)[index]["name"]
+        self.objects.append({kind: index, "name": name, **members})
+        return len(self.objects) - 1
+
+    def group(self, name, *materials):
+        """A group of materials."""
+        self.groups.append({"group": name})
+        place = sum("group" in item for item in self.groups) - 1
+        self.groups += [{"material": m, "name": self.materials[m]["name"], "in": place} for m in materials]
+
+    def plate(self, name, parent, image, placement):
+        """An image before or behind the scene, from a file beside this one."""
+        self.object(node=self.node(name, parent), sceneplate={"image": image, "placement": placement})
+
+    def own(self, entries, color="#7f8c9b", **more):
+        """The set of an object itself, where its extras do not say all of it."""
+        return {"name": "", "color": color, **more, "entries": [self.entry(*e) for e in entries]}
+
+    def called(self, *names):
+        """Every node of these names."""
+        return [self.object(node=i) for i, node in enumerate(self.nodes) if node["name"] in names]
+
+    def annex(self):
+        return {"version": 1, "sets": {"format": "metadata-sets", "version": 1, "sets": self.sets},
+                "assets": self.assets, "objects": self.objects, "assigned": self.assigned,
+                "materials": self.groups}
+
     def document(self):
         parents = {child for node in self.nodes for child in node.get("children", [])}
         return {
@@ -151,6 +201,7 @@ class Scene:
             "bufferViews": self.views,
             "buffers": [{"byteLength": len(self.data), "uri": "data:application/octet-stream;base64,"
                          + base64.b64encode(self.data).decode()}],
+            "extras": {"metadataEditor": self.annex()},
         }
 
 
@@ -254,6 +305,25 @@ def build():
     for i, (name, material) in enumerate((("Swatch Petrol", paint), ("Swatch Alloy", alloy), ("Swatch Fabric", fabric))):
         s.part(name, swatches, "box", material, [-0.45 + 0.45 * i, 0.83, 0], [0.35, 0.06, 0.3], {"order": i + 1})
 
+    lounge = s.node("Lounge", room, {"seats": 4, "reserved": None}, translation=[-3.7, 0, -3.4])
+    s.part("Rug", lounge, "box", fabric, [0, 0.005, 0], [3.2, 0.01, 2.8])
+    coffee = s.part("Table", lounge, "cylinder", oak, [0, 0.42, 0], [0.9, 0.9, 0.04], {
+        "part no": "F-020", "diameter": 0.9, "remark": "the same name as the turntable's top, on purpose"})
+    s.nodes[coffee]["rotation"] = turned([1, 0, 0], math.pi / 2)
+    s.part("Foot", lounge, "box", alloy, [0, 0.2, 0], [0.08, 0.4, 0.08])
+    for i in range(4):
+        angle = math.pi / 4 + i * math.pi / 2
+        chair = s.node("Chair", lounge, {"part no": "F-010", "place": i + 1}, rotation=turned([0, 1, 0], angle),
+                       translation=[round(1.05 * math.sin(angle), 4), 0, round(1.05 * math.cos(angle), 4)])
+        s.part("Seat", chair, "box", fabric, [0, 0.43, 0], [0.5, 0.08, 0.5])
+        s.part("Back", chair, "box", fabric, [0, 0.72, 0.23], [0.5, 0.5, 0.06])
+        s.part("Foot", chair, "box", alloy, [0, 0.2, 0], [0.1, 0.4, 0.1])
+    lamp = s.node("Floor Lamp", lounge, {"part no": "L-095", "bulb": "E27"}, translation=[-1.5, 0, -1.6])
+    s.part("Foot", lamp, "box", oak, [0, 0.02, 0], [0.32, 0.04, 0.32])
+    s.part("Pole", lamp, "box", alloy, [0, 0.85, 0], [0.03, 1.65, 0.03])
+    shade = s.part("Shade", lamp, "cylinder", screen, [0, 1.7, 0], [0.36, 0.36, 0.3])
+    s.nodes[shade]["rotation"] = turned([1, 0, 0], math.pi / 2)
+
     def camera(name, yfov, at, target, extras):
         s.cameras.append({"name": name, "type": "perspective", "perspective": {
             "yfov": yfov, "znear": 0.05, "zfar": 100, "aspectRatio": 1.777778}})
@@ -279,11 +349,92 @@ def build():
         range=8, spot={"innerConeAngle": 0.5, "outerConeAngle": 0.9})
     light("Stand Lamp", "point", [1, 0.9, 0.75], 120, [3.6, 2.2, 1.9], [3.6, 0, 1.6], {"kelvin": 2700, "emergency": None},
           range=4)
+    light("Floor Lamp", "point", [1, 0.85, 0.65], 60, [-5.2, 1.6, -5], [-3.7, 0, -3.4], {"kelvin": 2700}, range=4)
+    s.plate("Backdrop", room, "showroom-backdrop.png", "behind")
+    s.plate("Corner Mark", room, "showroom-mark.png", "inFront")
+    s.group("Building", concrete, plaster)
+    s.group("Vehicle", paint, rubber, alloy, glass)
+    s.group("Furniture", fabric, oak)
+    s.groups.append({"material": screen, "name": s.materials[screen]["name"]})
+    add_sets(s, paint)
     return s.document()
 
 
+def add_sets(s, paint):
+    """What the extras of the objects cannot say."""
+    s.object(node=s.objects[s.called("Material Stand")[0]]["node"], own=s.own([
+        ("part no", "string", "ST-200"), ("updated", "date", "2024-04-30")], "#e09a3e"))
+    s.object(node=s.objects[s.called("Turntable")[0]]["node"], locked=True)
+    s.object(node=s.objects[s.called("Passenger Seat")[0]]["node"], own=s.own([
+        ("part no", "string", "S-700-0002"), ("note", "string", "")], locked=True))
+
+    s.set("Release 2024", "#3d8bd4", [
+        ("number", "string", "R-2024-07"), ("order", "number", "9007199254740993"), ("revision", "integer", 3),
+        ("budget", "float", 12500.5), ("approved", "boolean", True), ("handover", "time", "09:30:00"),
+        ("due", "date", "2024-07-01"), ("frozen", "dateTime", "2024-06-14T18:00:00"),
+        ("reviewers", "list", ["Ada", "Grace", "Zoë"]), ("confidential", "tag")],
+        s.called("Delivery Van", "Body", "Battery Pack", "Backdrop"))
+    s.set("Wearing Part", "#4caf6e", [
+        ("interval", "integer", 12), ("last visit", "date", "2024-05-02"), ("check from", "time", "08:15:00"),
+        ("check", "list", ["brakes", "tyres", "door seals"]), ("wear", "float", 0.125), ("overdue", "boolean", False)],
+        s.called("Wheel", "Door"))
+    s.set("Furniture", "#b45ad2", [
+        ("collection", "string", "Aare"), ("reorder", "tag"), ("care", "string", "Wipe with a damp cloth.\nNo <solvents>!")],
+        s.called("Chair", "Table", "Floor Lamp"))
+    s.set("Supplier: Tarn Metals", "#e09a3e", [
+        ("contact", "string", "Tarn Metals, <sales>\n+00 555 0199"), ("lead time", "integer", -1),
+        ("opens", "time", "07:00:00.500"), ("certified", "tag")],
+        s.called("Chassis", "Rim", "Pole"), locked=True)
+    s.set("Sparrow E3 Data Sheet", "#2a9d8f", [
+        ("edition", "string", "2024-03"), ("pages", "integer", 4), ("languages", "list", ["en", "de", "fr"]),
+        ("print", "tag")],
+        s.called("Delivery Van"), ("atRest", "sparrow-e3-data-sheet"))
+    s.set("Paint Petrol Recipe", "#055262", [
+        ("mixed", "date", "2024-02-29"), ("parts", "list", [62, 30.5, 7.5]), ("batch", "string", "PT-417/3")],
+        [s.object(material=paint)] + s.called("Swatch Petrol"), ("edited", "paint-petrol"))
+    s.set("Terms of the loan of everything that stands in the lounge until the end of the spring exhibition, with what has "
+          "to be said to the insurance", "#c8553d", [
+              ("clause that names who is liable for what between the delivery and the first day of the exhibition", "string",
+               "The lender delivers; the exhibitor unloads, and is liable from the moment at which the last piece stands in "
+               "the hall. What is scratched before that is the carrier's, what is scratched after that is the exhibitor's, "
+               "and what is scratched by visitors is the insurance's, less 250 for each piece."),
+              ("insured", "boolean", True)],
+          s.called("Lounge", "Chair"))
+    s.set("For the next fair", "#7f8c9b", [("polish", "tag"), ("bring along", "tag")])
+
+
+def picture(width, height, pixel):
+    """PNG file of what pixel(x, y), both from 0 to 1, answers: red, green, blue, opacity."""
+    def chunk(kind, data):
+        return struct.pack(">I", len(data)) + kind + data + struct.pack(">I", zlib.crc32(kind + data))
+
+    rows = b"".join(b"\0" + bytes(round(255 * c) for x in range(width) for c in pixel(x / width, y / height))
+                    for y in range(height))
+    return (b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", struct.pack(">2I5B", width, height, 8, 6, 0, 0, 0))
+            + chunk(b"IDAT", zlib.compress(rows, 9)) + chunk(b"IEND", b""))
+
+
+def dusk(x, y):
+    """A sky that gets lighter towards the horizon, above a dark plain."""
+    horizon = 0.68 + 0.02 * math.sin(9 * x) + 0.012 * math.sin(23 * x + 1)
+    if y > horizon:
+        return 0.13, 0.17, 0.2, 1
+    light = (y / horizon) ** 2
+    return 0.2 + 0.55 * light, 0.3 + 0.4 * light, 0.42 + 0.22 * light, 1
+
+
+def mark(x, y):
+    """A ring in the lower right corner; nothing elsewhere."""
+    distance = math.hypot((x - 0.92) * 16 / 9, y - 0.86)
+    return 0.02, 0.32, 0.38, 0.6 * max(0, min(1, 3 - abs(distance - 0.06) * 200))
+
+
 def main():
-    target = sys.argv[1] if len(sys.argv) > 1 else os.path.join(os.path.dirname(os.path.abspath(__file__)), "showroom.gltf")
+    folder = os.path.dirname(os.path.abspath(__file__))
+    target = sys.argv[1] if len(sys.argv) > 1 else os.path.join(folder, "showroom.gltf")
+    for name, pixel in (("backdrop", dusk), ("mark", mark)):
+        with open(os.path.join(os.path.dirname(target) or ".", "showroom-%s.png" % name), "wb") as file:
+            file.write(picture(320, 180, pixel))
     with open(target, "w", encoding="utf-8", newline="\n") as file:
         file.write(layout(build()) + "\n")
 

@@ -20,6 +20,9 @@ public:
     void setModelData(QWidget *editor, QAbstractItemModel *model, const QModelIndex &index) const override;
 
 protected:
+    /// What the table's rows say of a cell: its text and the colour of it. Fonts, alignments, backgrounds, checks and
+    /// icons, of which they say nothing, are not asked for.
+    void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override;
     /// Puts datum into the editor.
     virtual void fill(QWidget *editor, const QVariant &datum) const;
     /// Called after the first fill of an editor.

@@ -10,6 +10,7 @@
 #include <nkQt4Ext/nkIconManager.h>
 
 #include <QAbstractItemView>
+#include <QIcon>
 #include <QMouseEvent>
 #include <QPainter>
 
@@ -140,7 +141,21 @@ void nkMetadataIconDelegate::paint(QPainter *painter, const QStyleOptionViewItem
     if (option.state != QStyle::State_MouseOver) {
         showPickerCursor(option, false);
     }
-    QItemDelegate::paint(painter, option, index);
+    // As the base paints it, for a cell that is an icon and nothing else: not asked for font, text, check and colours.
+    const QIcon icon = index.data(Qt::DecorationRole).value<QIcon>();
+    const bool isSelected = option.state & QStyle::State_Selected;
+    const QIcon::Mode mode = !(option.state & QStyle::State_Enabled) ? QIcon::Disabled
+                             : isSelected                            ? QIcon::Selected
+                                                                     : QIcon::Normal;
+    QRect check;
+    QRect rect(QPoint(), icon.actualSize(option.decorationSize, mode));
+    QRect text;
+    doLayout(option, &check, &rect, &text, false);
+    if (isSelected) {
+        drawBackground(painter, option, index);
+    }
+    drawDecoration(painter, option, rect, icon.pixmap(option.decorationSize, mode));
+    drawFocus(painter, option, text);
 }
 
 bool nkMetadataIconDelegate::editorEvent(QEvent *event, QAbstractItemModel *model,

@@ -218,9 +218,8 @@ void nkMetadataKeyValueTreeView::paintEvent(QPaintEvent *event)
 {
     QNKTreeView::paintEvent(event);
     QPainter painter(viewport());
-    painter.setPen(separatorColor);
     for (int i = 0; i < header()->count(); ++i) {
         const int x = header()->sectionViewportPosition(i) - header()->x();
-        painter.drawLine(x, 0, x, viewport()->height());
+        painter.fillRect(x, 0, 1, viewport()->height(), separatorColor);
     }
 }

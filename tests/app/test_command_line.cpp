@@ -6,7 +6,8 @@ class TestCommandLine : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
-    void nothingMeansTheSampleScene();
+    void nothingMeansNoScene();
+    void theSampleIsAskedForOrTheOnlyThingToTakeAPictureOf();
     void aFileBecomesAbsolute();
     void aPictureAndAFile();
     void wrongUseIsToldInOneLine_data();
@@ -20,12 +21,21 @@ private:
     }
 };
 
-void TestCommandLine::nothingMeansTheSampleScene()
+void TestCommandLine::nothingMeansNoScene()
 {
     const CommandLine line = parse({});
     QVERIFY(line.file.isEmpty());
+    QVERIFY(!line.sample);
     QVERIFY(line.screenshot.isEmpty());
     QVERIFY(line.message.isEmpty());
+}
+
+void TestCommandLine::theSampleIsAskedForOrTheOnlyThingToTakeAPictureOf()
+{
+    QVERIFY(parse({QStringLiteral("--sample")}).sample);
+    QVERIFY(parse({QStringLiteral("--screenshot"), QStringLiteral("o.png")}).sample);
+    QVERIFY(
+        !parse({QStringLiteral("--screenshot"), QStringLiteral("o.png"), QStringLiteral("a.glb")}).sample);
 }
 
 void TestCommandLine::aFileBecomesAbsolute()
@@ -47,6 +57,8 @@ void TestCommandLine::wrongUseIsToldInOneLine_data()
 {
     QTest::addColumn<QStringList>("words");
     QTest::newRow("unknown option") << QStringList{QStringLiteral("--picture")};
+    QTest::newRow("the sample and a file")
+        << QStringList{QStringLiteral("--sample"), QStringLiteral("a.glb")};
     QTest::newRow("two files") << QStringList{QStringLiteral("a.glb"), QStringLiteral("b.glb")};
     QTest::newRow("picture without a name") << QStringList{QStringLiteral("--screenshot")};
     QTest::newRow("picture with an empty name") << QStringList{QStringLiteral("--screenshot"), QString()};

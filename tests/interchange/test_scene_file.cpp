@@ -154,11 +154,11 @@ void TestSceneFile::opensTheSampleScene()
     QCOMPARE(result.source->filePath, Sample);
     QVERIFY(!result.source->isBinary);
     Document &document = Document::the();
-    QCOMPARE(document.objects(nkObjectType::Node).size(), 39);
+    QCOMPARE(document.objects(nkObjectType::Node).size(), 63);
     QCOMPARE(document.objects(nkObjectType::Camera).size(), 3);
-    QCOMPARE(document.objects(nkObjectType::Light).size(), 3);
+    QCOMPARE(document.objects(nkObjectType::Light).size(), 4);
     QCOMPARE(document.objects(nkObjectType::Material).size(), 9);
-    QCOMPARE(result.source->objectCount(), 54);
+    QCOMPARE(result.source->objectCount(), 81);
     QVERIFY(result.source->entryCount() > 150);
     QCOMPARE(result.report.keptCount() + result.report.converted().size(), result.source->entryCount());
 }

@@ -38,6 +38,11 @@ bool isSystem(const Include &include)
     return include.angled && system.match(include.name).hasMatch();
 }
 
+bool isOfLibrary(const Include &include, const QString &library)
+{
+    return !library.isEmpty() && include.angled && include.name.startsWith(library + QLatin1Char('/'));
+}
+
 } // namespace
 
 LayerCheck::LayerCheck(const QString &root, const QString &qtIncludeFolder, const RoomTable &table)
@@ -115,7 +120,8 @@ QString LayerCheck::judgeForeign(const Room &room, const Include &include) const
             return QString();
         return QStringLiteral("%1 has no door to %2 of %3").arg(room.folder, header, module);
     }
-    if (isGenerated(include.name) || isStandard(include) || (room.system && isSystem(include)))
+    if (isGenerated(include.name) || isStandard(include) || (room.system && isSystem(include))
+        || isOfLibrary(include, room.library))
         return QString();
     return QStringLiteral("%1 includes %2, which is no file of the project, of Qt or of the standard library")
         .arg(room.folder, include.name);

@@ -29,6 +29,12 @@ Room workbenchRoom(const char *folder, const char *doors, const char *modules, c
     return {QLatin1String(folder), list(doors), list(modules), list(headers), true};
 }
 
+Room withLibrary(Room room, const char *folder)
+{
+    room.library = QLatin1String(folder);
+    return room;
+}
+
 } // namespace
 
 RoomTable RoomTable::ofProject()
@@ -55,10 +61,14 @@ RoomTable RoomTable::ofProject()
         // The one place that speaks SQL: files in and out need none, and the kernel has the store given to it.
         workbenchRoom("workbench/interchange/assets", "host/nkKernelServices workbench/kernel",
                       "QtCore QtSql"),
+        // A process of its own, without Qt: it shares the form of its answers with the workbench, and nothing else.
+        withLibrary(workbenchRoom("workbench/importer", "workbench/interchange/importer", ""), "assimp"),
         workbenchRoom("workbench/app", "host workbench", "QtCore QtGui QtWidgets"),
 
         workbenchRoom("tests", "host workbench MetadataEditor benchmarks",
                       "QtCore QtGui QtWidgets QtTest QtSql"),
+        withLibrary(workbenchRoom("tests/importer", "workbench tests/support", "QtCore QtGui QtTest"),
+                    "assimp"),
         workbenchRoom("benchmarks", "host workbench MetadataEditor", "QtCore QtGui QtWidgets QtTest"),
     });
 }

@@ -40,8 +40,9 @@ void LayerCheckTest::init()
     for (const char *file :
          {"host/nkKernelServices/nkdNode.h", "host/nkQt4Ext/QNKTreeView.h",
           "host/nkKernelServicesGUI/nkModel.h", "workbench/kernel/Document.h", "workbench/widgets/Rows.h",
-          "workbench/interchange/GltfReader.h", "workbench/app/MainWindow.h", "MetadataEditor/frame/Window.h",
-          "MetadataEditor/table/Table.h", "MetadataEditor/tree/Tree.h", "MetadataEditor/actions/Actions.h",
+          "workbench/interchange/GltfReader.h", "workbench/interchange/importer/FlatForm.h",
+          "workbench/app/MainWindow.h", "MetadataEditor/frame/Window.h", "MetadataEditor/table/Table.h",
+          "MetadataEditor/tree/Tree.h", "MetadataEditor/actions/Actions.h",
           "MetadataEditor/preferences/Page.h"})
         write(QLatin1String(file), "#pragma once\n");
 }
@@ -115,6 +116,12 @@ void LayerCheckTest::judgesIncludes_data()
         {"workbench/interchange/assets", "<QSqlQuery>", true},
         {"workbench/kernel", "<QSqlQuery>", false},
         {"workbench/app", "<QSqlQuery>", false},
+        {"workbench/importer", "<assimp/scene.h>", true},
+        {"workbench/importer", "<interchange/importer/FlatForm.h>", true},
+        {"workbench/importer", "<interchange/GltfReader.h>", false},
+        {"workbench/importer", "<QString>", false},
+        {"workbench/interchange", "<assimp/scene.h>", false},
+        {"workbench/app", "<assimp/scene.h>", false},
         {"workbench/app", "<interchange/GltfReader.h>", true},
         {"workbench/app", "<table/Table.h>", false},
         {"workbench/app", "<somewhere/else.h>", false},

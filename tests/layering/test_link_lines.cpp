@@ -113,6 +113,8 @@ void LinkLines::builtFilesNeedWhatTheirRoomsMayUse_data()
     QTest::newRow("nkQt4Ext") << built("libnkQt4Ext.so") << qt;
     QTest::newRow("nkKernelServicesGUI")
         << built("libnkKernelServicesGUI.so") << qt + QStringLiteral("nkKernelServices nkQt4Ext");
+    // What it reads is not to be trusted: whatever happens there happens without the rest of the program.
+    QTest::newRow("nkImporter") << built("nkImporter") << QStringLiteral("assimp");
     // Above all not MetadataEditor: the workbench finds it by loading it.
     QTest::newRow("workbench") << built("workbench") << qt + host + QStringLiteral("Qt5Sql");
 }

@@ -2,7 +2,10 @@
 
 #include <TestMain.h>
 #include <interchange/SceneFile.h>
+#include <nkKernelServices/nkMetadataService.h>
 #include <nkKernelServices/nkdMetadata.h>
+
+#include <QImage>
 
 #include <memory>
 
@@ -26,6 +29,23 @@ QSet<int> typesOf(const QList<nkdMetadataSet> &sets)
         }
     }
     return types;
+}
+
+QSet<int> allTypes()
+{
+    QSet<int> types{TagType};
+    for (int type = nkMetadataTypes::String; type <= nkMetadataTypes::List; ++type) {
+        types.insert(type);
+    }
+    return types;
+}
+
+QString stateOf(const nkdMetadataSet &set)
+{
+    if (set.isAsset()) {
+        return set.isEditedAsset() ? QStringLiteral("edited asset") : QStringLiteral("asset");
+    }
+    return set.isLocked() ? QStringLiteral("locked") : QStringLiteral("plain");
 }
 
 QList<nkdMetadataSet> ownSetsOfTheScene()
@@ -75,9 +95,50 @@ private Q_SLOTS:
     void the_scene_carries_every_type_that_extras_have()
     {
         QVERIFY(SceneFile::open(Folder + QStringLiteral("showroom.gltf")).isOpen());
-        QCOMPARE(typesOf(ownSetsOfTheScene()),
-                 (QSet<int>{nkMetadataTypes::String, nkMetadataTypes::Integer, nkMetadataTypes::Float,
-                            nkMetadataTypes::Boolean, nkMetadataTypes::List, TagType}));
+        QCOMPARE(
+            typesOf(ownSetsOfTheScene()),
+            (QSet<int>{nkMetadataTypes::String, nkMetadataTypes::Integer, nkMetadataTypes::Float,
+                       nkMetadataTypes::Boolean, nkMetadataTypes::List, nkMetadataTypes::Date, TagType}));
+    }
+
+    void the_scene_carries_shared_sets_of_every_type_and_state()
+    {
+        QVERIFY(SceneFile::open(Folder + QStringLiteral("showroom.gltf")).isOpen());
+        QList<nkdMetadataSet> sets;
+        QSet<QString> states;
+        QSet<int> assigned;
+        for (const nkdMetadataSet &set : nkMetadataService::the().getAllSets()) {
+            if (!set.isObjectSet()) {
+                sets.append(set);
+                states.insert(stateOf(set));
+                assigned.insert(qMin(2, set.getObjects().size()));
+            }
+        }
+        QCOMPARE(typesOf(sets), allTypes());
+        QCOMPARE(states, (QSet<QString>{QStringLiteral("plain"), QStringLiteral("locked"),
+                                        QStringLiteral("asset"), QStringLiteral("edited asset")}));
+        QCOMPARE(assigned, (QSet<int>{0, 1, 2}));
+    }
+
+    void the_scene_has_objects_of_every_kind_and_names_that_come_twice()
+    {
+        QVERIFY(SceneFile::open(Folder + QStringLiteral("showroom.gltf")).isOpen());
+        QSet<QString> names;
+        int twice = 0;
+        for (const auto kind :
+             {nkObjectType::Node, nkObjectType::Camera, nkObjectType::Light, nkObjectType::Sceneplate,
+              nkObjectType::Material, nkObjectType::MaterialGroup}) {
+            QVERIFY(Document::the().objects(kind).size() >= 2);
+            for (const quint64 id : Document::the().objects(kind)) {
+                const QString name = nkdSceneObject(nkdObject(id)).getName();
+                twice += int(names.contains(name));
+                names.insert(name);
+            }
+        }
+        QVERIFY(twice > 20);
+        for (const quint64 plate : Document::the().objects(nkObjectType::Sceneplate)) {
+            QVERIFY(!QImage(Document::the().sceneplateImage(plate)).isNull());
+        }
     }
 
     void the_scene_carries_texts_that_are_hard_to_show()
@@ -105,11 +166,7 @@ private Q_SLOTS:
         const QByteArray content = SetFileFixture::read(Folder + QStringLiteral("showroom-sets.json"));
         const QList<nkdMetadataSet> sets = m_fixture->load(content);
         QCOMPARE(sets.size(), 5);
-        QSet<int> allTypes{TagType};
-        for (int type = nkMetadataTypes::String; type <= nkMetadataTypes::List; ++type) {
-            allTypes.insert(type);
-        }
-        QCOMPARE(typesOf(sets), allTypes);
+        QCOMPARE(typesOf(sets), allTypes());
         QVERIFY(!sets.first().isLocked());
         QVERIFY(sets.at(2).isLocked());
         QCOMPARE(sets.last().getEntries().size(), 0);

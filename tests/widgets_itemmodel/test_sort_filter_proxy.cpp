@@ -1,5 +1,5 @@
-#include "RandomTree.h"
 #include "SignalChecker.h"
+#include "WordProxy.h"
 
 #include <TestMain.h>
 #include <nkQt4Ext/QNKSortFilterProxyModel.h>
@@ -9,127 +9,6 @@
 #include <QStandardItemModel>
 
 #include <algorithm>
-
-namespace {
-
-/// Shows the rows whose text holds a word.
-class WordProxy : public QNKSortFilterProxyModel
-{
-public:
-    explicit WordProxy(bool withKeys) : m_withKeys(withKeys) {}
-
-    using QNKSortFilterProxyModel::lessThan;
-
-    QString word() const { return m_word; }
-    void setWord(const QString &word)
-    {
-        m_word = word;
-        refilter();
-    }
-    bool accepts(const QString &text) const { return text.contains(m_word); }
-
-    mutable int asked = 0;
-    mutable int compared = 0;
-
-protected:
-    bool acceptsRow(int row, const QModelIndex &parent) const override
-    {
-        ++asked;
-        return accepts(sourceModel()->index(row, 0, parent).data().toString());
-    }
-    bool lessThan(const QModelIndex &left, const QModelIndex &right) const override
-    {
-        ++compared;
-        return QNKSortFilterProxyModel::lessThan(left, right);
-    }
-    bool appendSortKey(const QModelIndex &index, QByteArray &key) const override
-    {
-        if (!m_withKeys || index.column() != 0)
-            return false;
-        appendTextSortKey(index.data().toString(), key);
-        return true;
-    }
-
-private:
-    QString m_word;
-    bool m_withKeys;
-};
-
-/// What the proxy is to show, worked out the long way from the source alone.
-class BruteForce
-{
-public:
-    explicit BruteForce(const WordProxy &proxy) : m_proxy(proxy) {}
-
-    using Row = RandomTree::Row;
-    using Rows = std::vector<const Row *>;
-
-    Rows shown(const Row &above, bool isWithin) const
-    {
-        Rows rows;
-        for (const auto &row : above.rows) {
-            if (isShown(*row, isWithin))
-                rows.push_back(row.get());
-        }
-        if (m_proxy.sortColumn() >= 0 && m_proxy.sortColumn() < 2) {
-            const bool isUp = m_proxy.sortOrder() == Qt::AscendingOrder;
-            std::stable_sort(rows.begin(), rows.end(), [&](const Row *left, const Row *right) {
-                return isUp ? isLess(*left, *right) : isLess(*right, *left);
-            });
-        }
-        return rows;
-    }
-
-    bool passesOn(const Row &row, bool isWithin) const
-    {
-        return m_proxy.isRecursiveAcceptEnabled() && (isWithin || m_proxy.accepts(row.text));
-    }
-
-private:
-    bool isShown(const Row &row, bool isWithin) const
-    {
-        if (isWithin || m_proxy.accepts(row.text))
-            return true;
-        return m_proxy.isRecursiveFilteringEnabled()
-               && std::any_of(row.rows.begin(), row.rows.end(),
-                              [&](const auto &below) { return isShown(*below, false); });
-    }
-
-    bool isLess(const Row &left, const Row &right) const
-    {
-        return m_proxy.sortColumn() == 0 ? m_proxy.lessThan(left.text, right.text)
-                                         : left.number < right.number;
-    }
-
-    const WordProxy &m_proxy;
-};
-
-/// Where proxy and brute force part; empty: nowhere.
-QString difference(const WordProxy &proxy, const RandomTree &tree, const QModelIndex &parent,
-                   const RandomTree::Row &above, bool isWithin)
-{
-    const BruteForce expected(proxy);
-    const BruteForce::Rows rows = expected.shown(above, isWithin);
-    if (proxy.rowCount(parent) != int(rows.size()))
-        return QStringLiteral("%1 rows instead of %2").arg(proxy.rowCount(parent)).arg(rows.size());
-    if (proxy.hasChildren(parent) == rows.empty())
-        return QStringLiteral("hasChildren of %1 rows").arg(rows.size());
-    for (int row = 0; row < int(rows.size()); ++row) {
-        const QModelIndex index = proxy.index(row, row % 2, parent);
-        const QModelIndex source = proxy.mapToSource(index);
-        if (&tree.rowAt(source) != rows[size_t(row)])
-            return QStringLiteral("another row at %1").arg(row);
-        if (proxy.mapFromSource(source) != index || index.parent() != parent)
-            return QStringLiteral("no way back from %1").arg(row);
-        const QString below = difference(proxy, tree, proxy.index(row, 0, parent), *rows[size_t(row)],
-                                         expected.passesOn(*rows[size_t(row)], isWithin));
-        if (!below.isEmpty())
-            return QStringLiteral("%1: %2").arg(row).arg(below);
-    }
-    return {};
-}
-
-} // namespace
 
 class TestSortFilterProxy : public QObject
 {
@@ -143,8 +22,6 @@ private Q_SLOTS:
         qRegisterMetaType<Qt::Orientation>();
     }
 
-    void everyStepOfARandomRunEqualsBruteForce_data();
-    void everyStepOfARandomRunEqualsBruteForce();
     void whatNobodyLooksAtIsNotAskedFor();
     void aFilterKeepsTheOrderWithoutComparing();
     void keysOrderTextsAsTheComparisonDoes();
@@ -161,68 +38,6 @@ private Q_SLOTS:
     void aListenerThatChangesTheSourceIsFollowed();
     void indexesOfColumnsButTheFirstHaveNoChildren();
 };
-
-void TestSortFilterProxy::everyStepOfARandomRunEqualsBruteForce_data()
-{
-    QTest::addColumn<bool>("isFlat");
-    QTest::addColumn<bool>("withKeys");
-    QTest::newRow("flat") << true << false;
-    QTest::newRow("flat, sort keys") << true << true;
-    QTest::newRow("nested") << false << false;
-    QTest::newRow("nested, sort keys") << false << true;
-}
-
-void TestSortFilterProxy::everyStepOfARandomRunEqualsBruteForce()
-{
-    QFETCH(bool, isFlat);
-    QFETCH(bool, withKeys);
-#ifdef __SANITIZE_ADDRESS__
-    const int steps = 2500;
-#else
-    const int steps = 25000;
-#endif
-    RandomTree tree(isFlat ? 11 : 12, isFlat);
-    WordProxy proxy(withKeys);
-    proxy.setSourceModel(&tree);
-    const QAbstractItemModelTester tester(&proxy, QAbstractItemModelTester::FailureReportingMode::Fatal);
-    SignalChecker checker(&proxy);
-    QRandomGenerator &random = tree.random();
-    for (int step = 0; step < steps; ++step) {
-        QString what;
-        switch (random.bounded(10)) {
-        case 0:
-            proxy.setWord(random.bounded(3) == 0 ? QString() : tree.anyText());
-            what = QStringLiteral("filter %1").arg(proxy.word());
-            break;
-        case 1:
-            proxy.sort(random.bounded(4) - 1, random.bounded(2) ? Qt::AscendingOrder : Qt::DescendingOrder);
-            what = QStringLiteral("sort %1").arg(proxy.sortColumn());
-            break;
-        case 2:
-            if (random.bounded(2))
-                proxy.setRecursiveFilteringEnabled(random.bounded(2));
-            else
-                proxy.setRecursiveAcceptEnabled(random.bounded(2));
-            what = QStringLiteral("recursion");
-            break;
-        default:
-            what = tree.change();
-        }
-        const QString fault = checker.fault();
-        const QString parted = difference(proxy, tree, {}, tree.root(), false);
-        if (!fault.isEmpty() || !parted.isEmpty())
-            QFAIL(qPrintable(QStringLiteral("step %1, %2: %3; %4; recursive %5 %6, sorted %7 %8, word %9")
-                                 .arg(step)
-                                 .arg(what, fault, parted)
-                                 .arg(proxy.isRecursiveFilteringEnabled())
-                                 .arg(proxy.isRecursiveAcceptEnabled())
-                                 .arg(proxy.sortColumn())
-                                 .arg(proxy.sortOrder())
-                                 .arg(proxy.word())));
-        if (step % 100 == 0)
-            checker.resetCounts();
-    }
-}
 
 namespace {
 

@@ -3,11 +3,13 @@
 #include <QString>
 #include <QStringList>
 
-/// What the workbench was asked for on its command line: workbench [--screenshot OUT.png] [FILE].
+/// What the workbench was asked for on its command line: workbench [--screenshot OUT.png] [--sample | FILE].
 struct CommandLine
 {
-    /// The scene to open, as an absolute path; empty: the sample scene.
+    /// The scene to open, as an absolute path; empty: none.
     QString file;
+    /// Whether to open the sample scene: asked for, or nothing else to take a picture of.
+    bool sample = false;
     /// Where to leave a picture of the main window; empty: none, the workbench stays open.
     QString screenshot;
     /// What to print and stop for; empty where all is well.

@@ -1,5 +1,6 @@
 #include "MainWindow.h"
 
+#include "LayoutMemory.h"
 #include "ModuleFrame.h"
 #include "panels/EditorPanel.h"
 #include "panels/EditorPanels.h"
@@ -16,15 +17,24 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QScreen>
 #include <QStatusBar>
 #include <QUndoStack>
+
+using Place = DockLayout::Place;
 
 namespace {
 
 // A fair share of a 1440 x 900 display, the smallest the workbench is laid out for.
 constexpr QSize startSize(1400, 820);
-/// What of its width the panels have at the start; the modules have the rest.
-constexpr int panelWidth = 400;
+// What is taken of a larger display, and of one that is too large to be filled.
+constexpr double screenShare = 0.85;
+constexpr QSize mostSize(1920, 1200);
+// What the window manager adds around the window; it is known only when the window is there.
+constexpr QSize decoration(8, 36);
+
+/// How long a message of a panel stands in the status line, in milliseconds.
+constexpr int messageTime = 8000;
 
 /// A text from outside as part of a menu entry: its ampersands are no mnemonics.
 QString menuText(const QString &text)
@@ -34,18 +44,16 @@ QString menuText(const QString &text)
 
 } // namespace
 
-MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent)
+MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent), m_layout(this)
 {
     setObjectName(QStringLiteral("MainWindow"));
-    setDockNestingEnabled(true);
-    setTabPosition(Qt::LeftDockWidgetArea, QTabWidget::North);
+    resize(startSize);
     m_file = menuBar()->addMenu(tr("&File"));
     createEditMenu();
     createViewMenu();
     createPanels();
     statusBar();
-    showScene(QString());
-    resize(startSize);
+    showNoScene();
 }
 
 MainWindow::~MainWindow()
@@ -81,6 +89,14 @@ void MainWindow::createEditMenu()
 void MainWindow::createViewMenu()
 {
     m_view = menuBar()->addMenu(tr("&View"));
+    m_endOfPanels = m_view->addSeparator();
+    m_endOfModules = m_view->addSeparator();
+    QAction *reset = m_view->addAction(tr("&Reset Layout"));
+    reset->setObjectName(QStringLiteral("viewResetLayout"));
+    connect(reset, &QAction::triggered, this, [this] {
+        QNKViewBase::commitOpenEditors();
+        m_layout.reset();
+    });
 }
 
 void MainWindow::createPanels()
@@ -89,17 +105,18 @@ void MainWindow::createPanels()
     m_panels = editors.panels();
     for (const EditorPanel *panel : m_panels) {
         connect(panel, &EditorPanel::metadataRequested, this, &MainWindow::showModules);
+        connect(panel, &EditorPanel::statusMessage, statusBar(),
+                [this](const QString &text) { statusBar()->showMessage(text, messageTime); });
     }
-    m_view->addActions(editors.actions());
-    m_endOfPanels = m_view->addSeparator();
+    m_view->insertActions(m_endOfPanels, editors.actions());
+    for (QDockWidget *dock : editors.docks()) {
+        m_layout.add(dock, dock == editors.docks().constFirst() ? Place::SceneGraph : Place::Editors);
+    }
 }
 
-void MainWindow::addPanel(QDockWidget *dock, QAction *action)
+void MainWindow::addPanel(QDockWidget *dock, QAction *action, Place place, bool startHidden)
 {
-    // Behind the scene graph: the tabs of the others have no room for one more name.
-    auto *front = qobject_cast<QDockWidget *>(m_panels.constFirst()->parentWidget());
-    tabifyDockWidget(front, dock);
-    front->raise();
+    m_layout.add(dock, place, startHidden);
     m_view->insertAction(m_endOfPanels, action);
 }
 
@@ -118,16 +135,19 @@ void MainWindow::showModules()
     }
 }
 
-/// The window has no central widget: docks share all of it.
-void MainWindow::shareSpace()
+void MainWindow::rememberLayout()
 {
-    QList<QDockWidget *> docks{qobject_cast<QDockWidget *>(m_panels.constFirst()->parentWidget())};
-    QList<int> widths{panelWidth};
-    for (ModuleFrame *frame : qAsConst(m_frames)) {
-        docks.append(frame);
-        widths.append((startSize.width() - panelWidth) / m_frames.size());
+    m_remembersLayout = true;
+    if (!LayoutMemory::restore(this, m_layout.names())) {
+        const QSize room = screen()->availableSize() - decoration;
+        const QSize size =
+            QSize(room * screenShare).expandedTo(startSize).boundedTo(room).boundedTo(mostSize);
+        resize(size);
+        m_layout.reset();
+        // Once more: the layout before it could not be made as short.
+        resize(size);
+        m_layout.share();
     }
-    resizeDocks(docks, widths, Qt::Horizontal);
 }
 
 void MainWindow::updateUndoActions()
@@ -144,13 +164,11 @@ void MainWindow::addModule(const QString &name, const QString &group, QWidget *w
 {
     auto *frame = new ModuleFrame(name, shortTitle, window, this);
     m_frames.append(frame);
-    addDockWidget(Qt::RightDockWidgetArea, frame);
     QAction *toggle = frame->toggleViewAction();
     toggle->setText(menuText(name));
     toggle->setIcon(icon);
     groupMenu(group)->addAction(toggle);
-    frame->setVisible(!startHidden);
-    shareSpace();
+    m_layout.add(frame, Place::Modules, startHidden);
 }
 
 QMenu *MainWindow::groupMenu(const QString &group)
@@ -158,8 +176,9 @@ QMenu *MainWindow::groupMenu(const QString &group)
     for (QMenu *menu : m_view->findChildren<QMenu *>(group, Qt::FindDirectChildrenOnly)) {
         return menu;
     }
-    QMenu *menu = m_view->addMenu(menuText(group));
+    auto *menu = new QMenu(menuText(group), m_view);
     menu->setObjectName(group);
+    m_view->insertMenu(m_endOfModules, menu);
     return menu;
 }
 
@@ -179,6 +198,12 @@ void MainWindow::showScene(const QString &path)
     setWindowTitle(QStringLiteral("%1[*] - %2").arg(scene, QGuiApplication::applicationDisplayName()));
 }
 
+void MainWindow::showNoScene()
+{
+    setWindowFilePath(QString());
+    setWindowTitle(QStringLiteral("%1[*]").arg(QGuiApplication::applicationDisplayName()));
+}
+
 void MainWindow::showError(const QString &title, const QString &text)
 {
     auto *box = new QMessageBox(QMessageBox::Warning, title, text, QMessageBox::Ok, this);
@@ -193,6 +218,9 @@ void MainWindow::closeEvent(QCloseEvent *event)
     if (m_mayClose && !m_mayClose()) {
         event->ignore();
         return;
+    }
+    if (m_remembersLayout) {
+        LayoutMemory::store(this, m_layout.names());
     }
     QMainWindow::closeEvent(event);
 }

@@ -1,10 +1,16 @@
 #include "ModuleFrame.h"
 
+#include <QScrollArea>
+
 ModuleFrame::ModuleFrame(const QString &name, const QString &shortTitle, QWidget *window, QWidget *parent)
-    : QDockWidget(shortTitle, parent), m_name(name)
+    : QDockWidget(shortTitle, parent), m_name(name), m_area(new QScrollArea(this))
 {
     setObjectName(name);
-    setWidget(window);
+    m_area->setFrameShape(QFrame::NoFrame);
+    m_area->setFocusPolicy(Qt::NoFocus);
+    m_area->setWidgetResizable(true);
+    m_area->setWidget(window);
+    setWidget(m_area);
 }
 
 ModuleFrame::~ModuleFrame()
@@ -14,9 +20,7 @@ ModuleFrame::~ModuleFrame()
 
 void ModuleFrame::release()
 {
-    if (QWidget *window = widget()) {
+    if (QWidget *window = m_area->takeWidget()) {
         window->hide();
-        // The dock's layout lets go of a widget that gets another parent.
-        window->setParent(nullptr);
     }
 }

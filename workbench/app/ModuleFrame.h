@@ -2,8 +2,10 @@
 
 #include <QDockWidget>
 
-/// The dock in which a module window stands in the main window. The window stays the plug-in's: release
-/// takes it out again before the frame goes.
+class QScrollArea;
+
+/// The dock in which a module window stands in the main window. A window that needs more room than there is, on a
+/// small display, is scrolled. It stays the plug-in's: release takes it out again before the frame goes.
 class ModuleFrame : public QDockWidget
 {
     Q_OBJECT
@@ -18,4 +20,5 @@ public:
 
 private:
     QString m_name;
+    QScrollArea *m_area;
 };

@@ -4,13 +4,20 @@
 #include "MainWindowService.h"
 #include "TaskProgress.h"
 #include "assets/AssetDock.h"
+#include "files/Autosave.h"
 #include "files/FileCommands.h"
 #include "files/FileDrops.h"
 #include "files/FileMenu.h"
 #include "files/ImportReportDialog.h"
 #include "files/RecentFiles.h"
 #include "files/SceneSession.h"
+#include "history/LogDock.h"
+#include "history/SceneStatus.h"
+#include "history/UndoHistoryDock.h"
+#include "preferences/Language.h"
 #include "preferences/Preferences.h"
+#include "start/StartScreen.h"
+#include "viewport/ViewportDock.h"
 
 #include "interchange/sets/SetFileCodec.h"
 #include "kernel/document/Document.h"
@@ -25,6 +32,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QFileInfo>
 #include <QStatusBar>
 #include <QTextStream>
 
@@ -59,6 +67,9 @@ QString besideExecutable(const QString &name)
 
 Workbench::Workbench()
 {
+    // First: whatever is read of the preferences may be told to be damaged.
+    connect(&nkLogService::the(), &nkLogService::reported, this, &Workbench::showReport);
+    Language::install();
     nkIconManager::setSource(kernelIcons());
     m_window = std::make_unique<MainWindow>();
     m_windowService = std::make_unique<MainWindowService>(m_window.get());
@@ -68,10 +79,16 @@ Workbench::Workbench()
     m_progress = std::make_unique<TaskProgress>(m_window.get());
     kernel::ProgressDisplay::install(m_progress.get());
     createFileMenu();
-    connect(&nkLogService::the(), &nkLogService::reported, this, &Workbench::showReport);
+    createStartScreen();
     auto *assets = new AssetDock(m_window.get());
     m_window->addPanel(assets, assets->action());
-    // Last: what is wrong with the stored values is shown too.
+    auto *history = new UndoHistoryDock(m_window.get());
+    m_window->addPanel(history, history->action());
+    auto *log = new LogDock(m_window.get());
+    m_window->addPanel(log, log->action(), DockLayout::Place::Bottom, true);
+    m_window->statusBar()->addPermanentWidget(new SceneStatus(m_window.get()));
+    new ViewportDock(m_window.get(), m_session.get());
+    // After the database, which a page shows.
     m_preferences = std::make_unique<Preferences>();
     m_preferences->readAfterPaintOf(m_window.get());
 }
@@ -79,6 +96,7 @@ Workbench::Workbench()
 Workbench::~Workbench()
 {
     QNKViewBase::commitOpenEditors();
+    m_autosave.reset();
     // Commands, clipboards and variants may hold what the plug-ins made; they go first, then the windows
     // leave their frames, then the code goes.
     kernel::Document::the().clear();
@@ -101,23 +119,37 @@ QString Workbench::open(const QString &path)
 
 void Workbench::createFileMenu()
 {
-    m_session = std::make_unique<SceneSession>();
+    m_session = std::make_unique<SceneSession>(sampleScene());
     m_files = std::make_unique<FileCommands>(m_window.get(), m_session.get());
     auto *menu = new FileMenu(m_window->fileMenu(), m_session.get(), m_files.get(), m_window.get());
     connect(menu, &FileMenu::quitRequested, m_window.get(), &QWidget::close);
     connect(menu, &FileMenu::reportRequested, this, &Workbench::showImportReport);
     connect(new FileDrops(m_window.get()), &FileDrops::dropped, m_files.get(), &FileCommands::open);
     m_window->setCloseGuard([this] { return m_files->mayLeave(); });
-    connect(&kernel::Document::the(), &kernel::Document::modifiedChanged, m_window.get(),
-            &QWidget::setWindowModified);
+    connect(m_session.get(), &SceneSession::modifiedChanged, m_window.get(), &QWidget::setWindowModified);
     connect(m_session.get(), &SceneSession::pathChanged, this, &Workbench::noteFile);
     connect(m_session.get(), &SceneSession::sceneReplaced, this, &Workbench::showScene);
+    m_autosave = std::make_unique<Autosave>(m_session.get());
+}
+
+void Workbench::offerRecovery()
+{
+    m_autosave->offerAbandoned(m_window.get());
+}
+
+void Workbench::createStartScreen()
+{
+    m_start = new StartScreen(m_window.get());
+    connect(m_start, &StartScreen::chosen, m_files.get(), &FileCommands::open);
+    connect(m_start, &StartScreen::openRequested, m_files.get(), &FileCommands::chooseAndOpen);
+    connect(m_start, &StartScreen::newRequested, m_files.get(), &FileCommands::makeNew);
+    connect(m_start, &StartScreen::sampleRequested, m_files.get(), [this] { m_files->open(sampleScene()); });
 }
 
 void Workbench::noteFile(const QString &path)
 {
     m_window->showScene(path);
-    if (!path.isEmpty() && path != sampleScene()) {
+    if (!path.isEmpty()) {
         RecentFiles::add(path);
     }
 }
@@ -125,14 +157,11 @@ void Workbench::noteFile(const QString &path)
 void Workbench::showScene()
 {
     delete m_importReport;
-    if (!m_session->path().isEmpty()) {
+    if (m_session->source()) {
         tellImport();
     }
     if (m_window->isVisible()) {
-        showMetadata();
-        if (hasOddities()) {
-            showImportReport();
-        }
+        showContent();
     }
 }
 
@@ -141,17 +170,18 @@ void Workbench::tellImport() const
     nkLogService &log = nkLogService::the();
     const interchange::ImportReport &report = m_session->report();
     log.reportInformation(tr("Open Scene"),
-                          QStringLiteral("%1: %2").arg(m_session->path(), report.summary()));
+                          QStringLiteral("%1: %2").arg(m_session->source()->filePath, report.summary()));
     if (!report.isClean()) {
         log.reportInformation(tr("Open Scene"), report.details(importLines));
     }
-    m_window->statusBar()->showMessage(QStringLiteral("%1: %2").arg(m_session->title(), report.summary()));
+    const QString name = QFileInfo(m_session->source()->filePath).fileName();
+    m_window->statusBar()->showMessage(QStringLiteral("%1: %2").arg(name, report.summary()));
 }
 
-/// The sample's are on purpose; nobody has to be told.
+/// The sample's, which has no file of its own, are on purpose; nobody has to be told.
 bool Workbench::hasOddities() const
 {
-    return !m_session->report().isClean() && m_session->path() != sampleScene();
+    return !m_session->report().isClean() && !m_session->path().isEmpty();
 }
 
 void Workbench::showImportReport()
@@ -165,6 +195,18 @@ void Workbench::showImportReport()
 void Workbench::show()
 {
     m_window->show();
+    showContent();
+}
+
+void Workbench::showContent()
+{
+    if (!m_session->hasScene()) {
+        m_window->showNoScene();
+        m_window->statusBar()->clearMessage();
+        m_start->open();
+        return;
+    }
+    m_start->close();
     showMetadata();
     if (hasOddities()) {
         showImportReport();
@@ -187,7 +229,11 @@ void Workbench::showMetadata()
 
 void Workbench::showReport(int level, const QString &title, const QString &text)
 {
-    if (level == errorLevel) {
+    if (!m_window) {
+        // Too early to show anything.
+        QMetaObject::invokeMethod(
+            this, [this, level, title, text] { showReport(level, title, text); }, Qt::QueuedConnection);
+    } else if (level == errorLevel) {
         m_window->showError(title, text);
     } else if (level == warningLevel) {
         m_window->statusBar()->showMessage(QStringLiteral("%1: %2").arg(title, text));

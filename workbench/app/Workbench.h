@@ -8,12 +8,14 @@
 
 #include <memory>
 
+class Autosave;
 class FileCommands;
 class ImportReportDialog;
 class MainWindow;
 class MainWindowService;
 class Preferences;
 class SceneSession;
+class StartScreen;
 class TaskProgress;
 
 namespace interchange {
@@ -36,18 +38,23 @@ public:
     /// Opens a scene in place of the present one. Where the file cannot be read, the present one stays.
     /// @return an empty text, or one sentence that says what failed, where, and what to do
     QString open(const QString &path);
-    /// Shows the window, and in the editor what the open scene has of metadata.
+    /// Shows the window: in the editor what the open scene has of metadata, the start screen where no scene is open.
     void show();
+    /// Asks about the scenes that a program which ended unexpectedly has left, and opens one where that is wanted.
+    void offerRecovery();
     /// The sample scene that ships with the workbench.
     static QString sampleScene();
 
     MainWindow *window() const { return m_window.get(); }
     SceneSession *session() const { return m_session.get(); }
+    Autosave *autosave() const { return m_autosave.get(); }
 
 private:
     void createFileMenu();
+    void createStartScreen();
     void tellImport() const;
     void showScene();
+    void showContent();
     static void showMetadata();
     void noteFile(const QString &path);
     void showImportReport();
@@ -62,5 +69,8 @@ private:
     PluginLoader m_plugins;
     std::unique_ptr<SceneSession> m_session;
     std::unique_ptr<FileCommands> m_files;
+    /// The window's.
+    StartScreen *m_start = nullptr;
+    std::unique_ptr<Autosave> m_autosave;
     QPointer<ImportReportDialog> m_importReport;
 };

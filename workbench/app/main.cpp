@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QLoggingCategory>
 #include <QTextStream>
+#include <QTimer>
 
 #include <cstdio>
 
@@ -64,14 +65,17 @@ int main(int argc, char **argv)
 
     Workbench workbench;
     workbench.loadPlugins();
-    const QString scene = commandLine.file.isEmpty() ? Workbench::sampleScene() : commandLine.file;
-    const QString error = workbench.open(scene);
+    const QString scene = commandLine.sample ? Workbench::sampleScene() : commandLine.file;
+    const QString error = scene.isEmpty() ? QString() : workbench.open(scene);
     if (!error.isEmpty()) {
         return fail(error);
     }
-    workbench.show();
     if (!commandLine.screenshot.isEmpty()) {
+        workbench.show();
         return runForPicture(workbench, commandLine.screenshot);
     }
+    workbench.window()->rememberLayout();
+    workbench.show();
+    QTimer::singleShot(0, &workbench, &Workbench::offerRecovery);
     return QApplication::exec();
 }

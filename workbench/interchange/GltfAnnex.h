@@ -27,6 +27,7 @@ struct GltfAnnex
         quint32 set = 0; ///< in sets
         kernel::AssetState state = kernel::AssetState::None;
         QString id;
+        int version = 0; ///< that the set's content comes from; 0 where nobody knows
     };
 
     /// An object by its place.

@@ -238,7 +238,8 @@ void GltfAnnexMaker::addSets()
     for (const Slot set : m_store.sharedSets().slots()) {
         const kernel::AssetLink &asset = m_store.set(set).asset;
         if (asset.state != kernel::AssetState::None)
-            m_annex.assets.push_back({quint32(m_annex.sets.size()), asset.state, asset.assetId});
+            m_annex.assets.push_back(
+                {quint32(m_annex.sets.size()), asset.state, asset.assetId, asset.version});
         m_annex.sets.push_back(copyOf(set));
     }
 }

@@ -78,7 +78,12 @@ bool GltfAnnexReader::readAsset(const JsonValue &value)
     GltfAnnex::Asset asset;
     const JsonValue state = member(value, Words::State);
     const JsonValue id = member(value, Words::Id);
-    if (!hasOnly(value, {Words::Set, Words::State, Words::Id})
+    const JsonValue version = member(value, Words::Version);
+    bool isNumber = true;
+    asset.version = version.isPresent() ? version.toInt(&isNumber) : 0;
+    if (!isNumber || asset.version < 0)
+        return fail(version, tr("the version of an asset is a whole number from 0 on"));
+    if (!hasOnly(value, {Words::Set, Words::State, Words::Id, Words::Version})
         || !readIndex(member(value, Words::Set), m_annex.sets.size(), asset.set))
         return false;
     if (!state.isString() || !id.isString())

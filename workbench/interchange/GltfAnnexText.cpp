@@ -65,6 +65,10 @@ void addAsset(TextBuffer &out, const GltfAnnex::Asset &asset)
     out.add("\"");
     members.begin(Names::Id);
     out.addString(asset.id);
+    if (asset.version > 0) {
+        members.begin(Names::Version);
+        out.addInteger(asset.version);
+    }
 }
 
 void addReference(TextBuffer &out, Members &members, const GltfAnnex::Reference &reference)

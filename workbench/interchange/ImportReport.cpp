@@ -37,6 +37,14 @@ QString ImportReport::text(ImportReason reason)
         return tr("sets and assignments cannot be read here and stay as they are");
     case ImportReason::UnknownObject:
         return tr("its sets and types belong to an object that is not in the file any more");
+    case ImportReason::InvalidText:
+        return tr("text that is no UTF-8, shown with replacement characters");
+    case ImportReason::CutText:
+        return tr("a long text, cut after 1,023 bytes");
+    case ImportReason::RenamedKey:
+        return tr("its key is empty or comes twice, and was made unique");
+    case ImportReason::OutsideFolder:
+        return tr("a file outside of the scene's folder, not read");
     }
     return QString();
 }

@@ -21,7 +21,11 @@ enum class ImportReason : quint8 {
     ChangedElsewhere, ///< converted: another program has changed an entry that the annex knows; its value counts
     GoneElsewhere,    ///< refused: another program has removed the place of an entry that the annex knows
     ForeignAnnex,     ///< refused: what stands in the annex's place cannot be read; it stays in the file
-    UnknownObject     ///< refused: the annex speaks of an object that the file does not have (any more)
+    UnknownObject,    ///< refused: the annex speaks of an object that the file does not have (any more)
+    InvalidText,      ///< converted: bytes that are no UTF-8 became U+FFFD
+    CutText,          ///< converted: a text longer than the importer keeps
+    RenamedKey,       ///< converted: a key was empty or came twice in its object
+    OutsideFolder     ///< refused: the file refers to another one that is not in its folder
 };
 
 /// What came of the metadata of a file: how many entries were read as they stand, which values were converted,

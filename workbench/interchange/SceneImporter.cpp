@@ -264,7 +264,7 @@ void SceneImporter::addSets(Loader &loader)
             add(loader, sets.back(), entry);
     }
     for (const GltfAnnex::Asset &asset : m_annex.assets)
-        loader.setAsset(sets[asset.set], asset.state, asset.id);
+        loader.setAsset(sets[asset.set], asset.state, asset.id, asset.version);
     QHash<quint32, quint64> objects;
     const auto addIds = [&](GltfAnnexMatch::Kind kind, const std::vector<quint64> &ids) {
         const QHash<quint32, quint32> &places = m_match.objects(kind);

@@ -1,7 +1,10 @@
+#include "PageCheck.h"
 #include "TestMain.h"
+#include "preferences/Options.h"
 #include "preferences/Preferences.h"
 #include "preferences/Theme.h"
 
+#include <ModalAnswer.h>
 #include <nkKernelServices/nkLogService.h>
 #include <nkKernelServices/nkMetadataService.h>
 #include <nkKernelServices/nkPreferencesService.h>
@@ -9,10 +12,14 @@
 #include <nkQt4Ext/QNKStringCompleterLineEdit.h>
 
 #include <QAbstractItemView>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QCompleter>
+#include <QContextMenuEvent>
 #include <QFile>
+#include <QMenu>
 #include <QSignalSpy>
+#include <QSpinBox>
 #include <QStyle>
 #include <QTemporaryDir>
 
@@ -106,6 +113,46 @@ private Q_SLOTS:
         QVERIFY(!isDark());
     }
 
+    void autosave_and_its_minutes_are_stored_and_come_back()
+    {
+        GeneralPreferences page;
+        page.setDefaults(true);
+        page.loadToPage();
+        auto *autosave = page.findChild<QCheckBox *>();
+        auto *minutes = page.findChild<QSpinBox *>();
+        QVERIFY(autosave->isChecked() && minutes->isEnabled());
+        QCOMPARE(minutes->value(), 5);
+        minutes->setValue(17);
+        autosave->setChecked(false);
+        QVERIFY(!minutes->isEnabled());
+        QCOMPARE(Options::autosave.value(), 1);
+        page.storeFromPage();
+        QCOMPARE(Options::autosave.value(), 0);
+        QCOMPARE(Options::autosaveMinutes.value(), 17);
+        Options::autosaveMinutes.store(0);
+        page.setDefaults(false);
+        page.loadToPage();
+        QVERIFY(!autosave->isChecked() && !minutes->isEnabled());
+        QCOMPARE(minutes->value(), 5);
+    }
+
+    void every_control_has_a_name_and_is_reached_by_keyboard()
+    {
+        GeneralPreferences page;
+        QCOMPARE(PageCheck::unnamed(page), QStringList());
+        QCOMPARE(PageCheck::unreached(page), QStringList());
+    }
+
+    void the_workbench_s_pages_come_in_order()
+    {
+        const Preferences preferences;
+        QStringList names;
+        for (const nkPreferencesCategory *category : nkPreferencesCategory::categories()) {
+            names.append(category->getName());
+        }
+        QCOMPARE(names, (QStringList{"General", "Files", "Assets"}));
+    }
+
     void libraries_are_read_after_the_first_paint_and_not_before()
     {
         QSignalSpy reports(&nkLogService::the(), &nkLogService::reported);
@@ -141,7 +188,69 @@ private Q_SLOTS:
         QCOMPARE(popup->model()->index(0, 0).data().toString(), QStringLiteral("oak"));
     }
 
+    void a_word_is_written_to_the_active_library_where_it_was_asked_for_and_nowhere_else()
+    {
+        QTemporaryDir folder;
+        const QString active = write(folder, "active.txt", "oak\n");
+        const QString other = write(folder, "other.txt", "elm\n");
+        Preferences preferences;
+        nkMetadataService::the().setStringLibraries({other, active});
+        nkMetadataService::the().setActiveStringLibraryIndex(1);
+        QWidget window;
+        preferences.readAfterPaintOf(&window);
+        window.show();
+        const std::unique_ptr<QNKStringCompleterLineEdit> edit(
+            nkMetadataGUIUtils::createMetadataLineEdit(nullptr));
+        edit->show();
+        const QAbstractItemView *popup = edit->findChild<QCompleter *>()->popup();
+        QTRY_VERIFY((edit->clear(), QTest::keyClicks(edit.get(), "oa"), popup->isVisible()));
+        // Typed and committed, and nothing more: no library takes it.
+        edit->clear();
+        QTest::keyClicks(edit.get(), "ash");
+        QTest::keyClick(edit.get(), Qt::Key_Return);
+        QCOMPARE(read(active), QByteArray("oak\n"));
+        QCOMPARE(lastOffer(edit.get(), true), QStringLiteral("Add \"ash\" to \"active.txt\""));
+        QCOMPARE(read(active), QByteArray("oak\nash\n"));
+        QCOMPARE(read(other), QByteArray("elm\n"));
+        // The library is read again before long.
+        QTRY_VERIFY2(!lastOffer(edit.get(), false).startsWith("Add"), "it is in the library now");
+        // No library is the one to write to.
+        nkMetadataService::the().setActiveStringLibraryIndex(-1);
+        edit->setText("birch");
+        QVERIFY(!lastOffer(edit.get(), false).startsWith("Add"));
+        QCOMPARE(read(active), QByteArray("oak\nash\n"));
+    }
+
 private:
+    static QString write(const QTemporaryDir &folder, const char *name, const QByteArray &content)
+    {
+        QFile file(folder.filePath(name));
+        return file.open(QIODevice::WriteOnly) && file.write(content) == content.size() ? file.fileName()
+                                                                                        : QString();
+    }
+    static QByteArray read(const QString &path)
+    {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("none");
+    }
+    /// The last entry of the edit's context menu. @param isTaken whether it is chosen
+    static QString lastOffer(QWidget *edit, bool isTaken)
+    {
+        QString shown;
+        const ModalAnswer answer = ModalAnswer::menu(ModalAnswer::MenuAction([&](QMenu *menu) {
+            QAction *last = menu->actions().constLast();
+            shown = last->text();
+            if (isTaken) {
+                last->trigger();
+            }
+            menu->close();
+        }));
+        QContextMenuEvent event(QContextMenuEvent::Keyboard, QPoint(1, 1), edit->mapToGlobal(QPoint(1, 1)));
+        QCoreApplication::sendEvent(edit, &event);
+        const bool isClosed = QTest::qWaitFor([] { return !QApplication::activePopupWidget(); });
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        return isClosed ? shown : QStringLiteral("a menu that stays open");
+    }
     static QString key() { return QStringLiteral("Workbench Theme"); }
     static QComboBox *combo(const QWidget &page) { return page.findChild<QComboBox *>(); }
     static bool isDark() { return QApplication::palette().color(QPalette::Base).lightness() < 100; }

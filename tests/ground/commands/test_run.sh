@@ -87,12 +87,12 @@ build/release/bin/workbench --screenshot $PWD/out.png $PWD/a.glb"
     [ "$out" = "platform offscreen" ] || complain "the offscreen platform expected"
 }
 
-it_leaves_the_choice_of_the_sample_to_the_workbench() {
+it_opens_the_sample_where_no_file_is_named() {
     prepare
     QT_QPA_PLATFORM=minimal try $run
     expect_calls "tools/setup run
 tools/build release workbench MetadataEditor
-build/release/bin/workbench "
+build/release/bin/workbench --sample"
 }
 
 it_takes_a_file_whose_name_begins_with_a_dash() {

@@ -25,8 +25,8 @@ EOS
 }
 
 everything_for_run="g++ cmake ninja-build ccache qtbase5-dev qtbase5-dev-tools libqt5svg5 libqt5sql5-sqlite"
-everything_for_run="$everything_for_run libqt5sql5-psql fonts-dejavu-core"
-everything_for_test="$everything_for_run postgresql xvfb openbox fontconfig xdotool"
+everything_for_run="$everything_for_run libqt5sql5-psql libassimp-dev fonts-dejavu-core"
+everything_for_test="$everything_for_run postgresql assimp-testmodels xvfb openbox fontconfig xdotool"
 
 setup=project/tools/setup
 
@@ -43,8 +43,8 @@ it_installs_only_what_is_missing() {
     try $setup test
     expect_status 0
     [ "$(grep -c update calls)" -eq 1 ] || complain "one update of the lists expected"
-    [[ $(tail -n 1 calls) == *"install --no-install-recommends postgresql xvfb openbox fontconfig xdotool" ]] ||
-        complain "an installation of the five expected"
+    [[ $(tail -n 1 calls) == *"install --no-install-recommends postgresql assimp-testmodels xvfb openbox fontconfig xdotool" ]] ||
+        complain "an installation of the six expected"
 }
 
 it_needs_less_for_running_than_for_testing() {

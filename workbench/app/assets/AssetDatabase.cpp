@@ -25,10 +25,13 @@ QString personName()
     return QStringLiteral("%1@%2").arg(userName(), QSysInfo::machineHostName());
 }
 
+AssetDatabase *theDatabase = nullptr;
+
 } // namespace
 
 AssetDatabase::AssetDatabase()
 {
+    theDatabase = this;
     connect(&nkPreferencesService::the(), &nkPreferencesService::valueChanged, this,
             [this](const QString &key) {
                 if (key == preferenceKey()) {
@@ -41,6 +44,12 @@ AssetDatabase::AssetDatabase()
 AssetDatabase::~AssetDatabase()
 {
     kernel::AssetStore::install(nullptr);
+    theDatabase = nullptr;
+}
+
+AssetDatabase *AssetDatabase::current()
+{
+    return theDatabase;
 }
 
 QString AssetDatabase::preferenceKey()
@@ -60,12 +69,8 @@ void AssetDatabase::setUrl(const QString &url)
 
 void AssetDatabase::choose()
 {
-    const QString wanted = url();
     QString error;
-    const AssetAddress address = wanted.isEmpty()
-                                     ? AssetAddress::ofFile(nkPlatformService::the().getUserDataDirectory()
-                                                            + QLatin1String("assets.sqlite"))
-                                     : AssetAddress::ofUrl(wanted, &error);
+    const AssetAddress address = url().isEmpty() ? ownAddress() : AssetAddress::ofUrl(url(), &error);
     if (!isSame(address)) {
         m_error = error;
         use(address);
@@ -76,6 +81,24 @@ void AssetDatabase::choose()
     if (!error.isEmpty()) {
         nkLogService::the().reportError(tr("Asset Manager"), error);
     }
+}
+
+AssetAddress AssetDatabase::ownAddress()
+{
+    return AssetAddress::ofFile(nkPlatformService::the().getUserDataDirectory()
+                                + QLatin1String("assets.sqlite"));
+}
+
+AssetAddress AssetDatabase::addressOf(const QString &url, QString *error) const
+{
+    if (url.isEmpty()) {
+        return ownAddress();
+    }
+    AssetAddress address = AssetAddress::ofUrl(url, error);
+    if (isSame(address)) {
+        address.setPassword(m_store->address().password());
+    }
+    return address;
 }
 
 bool AssetDatabase::isSame(const AssetAddress &address) const
@@ -106,6 +129,32 @@ void AssetDatabase::forgetPassword()
            "until the program ends; a password file keeps it for longer.")
             .arg(m_store->place()));
     setUrl(m_store->address().urlWithoutPassword());
+}
+
+void AssetDatabase::connectTo(const QString &url, const QString &password)
+{
+    QString error;
+    AssetAddress address = AssetAddress::ofUrl(url, &error);
+    if (password.isEmpty() || !address.isServer()) {
+        setUrl(url);
+        return;
+    }
+    // First the database, so that it is not tried without the password; the preference follows.
+    address.setPassword(password);
+    m_error.clear();
+    use(address);
+    setUrl(address.urlWithoutPassword());
+}
+
+bool AssetDatabase::test(const AssetAddress &address, QString *told)
+{
+    bool isEmpty = false;
+    const kernel::AssetResult result =
+        interchange::AssetConnection(address, SqlAssetStore::UsualPatience).test(isEmpty);
+    const QString well = isEmpty ? tr("The asset database %1 can be used; nothing is kept in it yet.")
+                                 : tr("The asset database %1 answers and can be used.");
+    *told = result.isDone() ? well.arg(address.place()) : result.error;
+    return result.isDone();
 }
 
 void AssetDatabase::setPassword(const QString &password)

@@ -18,12 +18,26 @@ public:
     AssetDatabase();
     ~AssetDatabase() override;
 
+    /// The one of the workbench; null where there is none.
+    static AssetDatabase *current();
+
     /// The key of the preference: a list with one connection URL, empty for the user's own file.
     static QString preferenceKey();
     /// The connection URL in the preference; empty for the user's own file.
     static QString url();
     /// Sets the preference, and so the database.
     static void setUrl(const QString &url);
+    /// Sets the preference, and uses the database with this password, which is kept in memory alone.
+    /// @param url without a password
+    void connectTo(const QString &url, const QString &password);
+    /// Where this URL leads; the user's own file for an empty one. With the password that is in use there now.
+    /// @param error receives one sentence where the URL is none
+    interchange::AssetAddress addressOf(const QString &url, QString *error) const;
+    /// The user's own file.
+    static interchange::AssetAddress ownAddress();
+    /// Asks whether a database answers, without changing anything in it: may take seconds.
+    /// @param told receives one sentence for people in either case
+    static bool test(const interchange::AssetAddress &address, QString *told);
     /// Uses another password from now on.
     void setPassword(const QString &password);
     /// Why there is no store; empty where there is one.

@@ -4,6 +4,9 @@
 #include "MainWindow.h"
 #include "RecentFiles.h"
 #include "SceneSession.h"
+#include "Workbench.h"
+
+#include "preferences/Options.h"
 
 #include <nkKernelServices/nkLogService.h>
 #include <nkQt4Ext/QNKViewBase.h>
@@ -47,6 +50,13 @@ void FileCommands::makeNew()
 {
     if (mayLeave()) {
         m_session->clear();
+    }
+}
+
+void FileCommands::close()
+{
+    if (mayLeave()) {
+        m_session->close();
     }
 }
 
@@ -107,7 +117,7 @@ bool FileCommands::overwriteOrSaveAs(const QString &path)
 void FileCommands::revert()
 {
     QNKViewBase::commitOpenEditors();
-    const bool isAsked = SceneSession::isModified();
+    const bool isAsked = m_session->isModified();
     if (m_session->path().isEmpty() || (isAsked && !FileQuestions::revert(m_window, m_session->title()))) {
         return;
     }
@@ -120,7 +130,7 @@ void FileCommands::revert()
 bool FileCommands::mayLeave()
 {
     QNKViewBase::commitOpenEditors();
-    if (!SceneSession::isModified()) {
+    if (!m_session->isModified()) {
         return true;
     }
     switch (FileQuestions::saveChanges(m_window, m_session->title())) {
@@ -135,16 +145,28 @@ bool FileCommands::mayLeave()
 
 QString FileCommands::suggestedPath() const
 {
-    return m_session->path().isEmpty() ? QDir(folder()).filePath(tr("Untitled") + QStringLiteral(".gltf"))
-                                       : m_session->path();
+    if (!m_session->path().isEmpty()) {
+        return m_session->path();
+    }
+    // One that came from a file and has none of its own is a copy of it.
+    return QDir(folder()).filePath(m_session->source() ? QFileInfo(m_session->source()->filePath).fileName()
+                                                       : tr("Untitled") + QStringLiteral(".gltf"));
 }
 
-/// Where the person works: beside the open scene, else beside the last one, else among the documents.
+/// Where the person works: beside the open scene, else in the folder that they have chosen, else beside the last
+/// scene, else among the documents.
 QString FileCommands::folder() const
 {
-    const QString path = m_session->path().isEmpty() ? RecentFiles::files().value(0) : m_session->path();
-    const QString folder = QFileInfo(path).absolutePath();
-    return !path.isEmpty() && QFileInfo::exists(folder)
-               ? folder
-               : QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    const auto folderOf = [](const QString &path) {
+        return path.isEmpty() || path == Workbench::sampleScene() ? QString()
+                                                                  : QFileInfo(path).absolutePath();
+    };
+    const QStringList places{folderOf(m_session->path()), Options::defaultFolder.value(),
+                             folderOf(RecentFiles::files().value(0))};
+    for (const QString &place : places) {
+        if (QFileInfo(place).isAbsolute() && QFileInfo(place).isDir()) {
+            return place;
+        }
+    }
+    return QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
 }

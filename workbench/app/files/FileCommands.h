@@ -19,6 +19,8 @@ public:
     void chooseAndOpen();
     /// An empty scene.
     void makeNew();
+    /// No scene any more.
+    void close();
     /// @return whether the scene is saved now
     bool save();
     bool saveAs();

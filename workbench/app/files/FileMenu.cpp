@@ -4,8 +4,6 @@
 #include "RecentMenu.h"
 #include "SceneSession.h"
 
-#include <kernel/document/Document.h>
-
 #include <QAction>
 #include <QMenu>
 
@@ -17,7 +15,7 @@ FileMenu::FileMenu(QMenu *menu, SceneSession *session, FileCommands *commands, Q
     addLeaving(commands);
     connect(session, &SceneSession::pathChanged, this, &FileMenu::update);
     connect(session, &SceneSession::sceneReplaced, this, &FileMenu::update);
-    connect(&kernel::Document::the(), &kernel::Document::modifiedChanged, this, &FileMenu::update);
+    connect(session, &SceneSession::modifiedChanged, this, &FileMenu::update);
     update();
 }
 
@@ -47,9 +45,10 @@ void FileMenu::addSaving(FileCommands *commands)
     QAction *save = add(tr("&Save"), QKeySequence::Save, QStringLiteral("fileSave"));
     connect(save, &QAction::triggered, commands, &FileCommands::save);
     // Not the platform's standard key, which not every platform has.
-    connect(
-        add(tr("Save &As..."), QKeySequence(Qt::CTRL + Qt::SHIFT + Qt::Key_S), QStringLiteral("fileSaveAs")),
-        &QAction::triggered, commands, &FileCommands::saveAs);
+    QAction *saveAs = add(tr("Save &As..."), QKeySequence(Qt::CTRL + Qt::SHIFT + Qt::Key_S),
+                          QStringLiteral("fileSaveAs"));
+    connect(saveAs, &QAction::triggered, commands, &FileCommands::saveAs);
+    m_saving = {save, saveAs};
     m_revert = add(tr("Re&vert"), QKeySequence(), QStringLiteral("fileRevert"));
     connect(m_revert, &QAction::triggered, commands, &FileCommands::revert);
     m_menu->addSeparator();
@@ -61,7 +60,7 @@ void FileMenu::addSaving(FileCommands *commands)
 void FileMenu::addLeaving(FileCommands *commands)
 {
     m_close = add(tr("&Close"), QKeySequence::Close, QStringLiteral("fileClose"));
-    connect(m_close, &QAction::triggered, commands, &FileCommands::makeNew);
+    connect(m_close, &QAction::triggered, commands, &FileCommands::close);
     connect(add(tr("&Quit"), QKeySequence::Quit, QStringLiteral("fileQuit")), &QAction::triggered, this,
             &FileMenu::quitRequested);
 }
@@ -69,9 +68,12 @@ void FileMenu::addLeaving(FileCommands *commands)
 void FileMenu::update()
 {
     const bool hasFile = !m_session->path().isEmpty();
-    const bool isModified = SceneSession::isModified();
     // Save stays enabled without changes: an open editor may hold one.
+    for (QAction *action : qAsConst(m_saving)) {
+        action->setEnabled(m_session->hasScene());
+    }
     m_revert->setEnabled(hasFile);
-    m_close->setEnabled(isModified || hasFile);
-    m_report->setEnabled(hasFile && (m_session->report().keptCount() > 0 || !m_session->report().isClean()));
+    m_close->setEnabled(m_session->hasScene());
+    m_report->setEnabled(m_session->source()
+                         && (m_session->report().keptCount() > 0 || !m_session->report().isClean()));
 }

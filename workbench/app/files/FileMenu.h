@@ -29,6 +29,7 @@ private:
 
     QMenu *m_menu;
     SceneSession *m_session;
+    QList<QAction *> m_saving;
     QAction *m_revert = nullptr;
     QAction *m_close = nullptr;
     QAction *m_report = nullptr;

@@ -80,6 +80,22 @@ bool revert(QWidget *window, const QString &title)
     return box.clickedButton() == yes;
 }
 
+Answer restore(QWidget *window, const QString &title, const QString &more)
+{
+    Box box(window, QMessageBox::Question,
+            tr("The workbench ended unexpectedly. Restore the unsaved changes to “%1”?").arg(title), more);
+    auto *restore = box.addButton(tr("&Restore"), QMessageBox::AcceptRole);
+    const auto *discard = box.addButton(tr("&Discard"), QMessageBox::DestructiveRole);
+    auto *later = box.addButton(tr("Ask &Later"), QMessageBox::RejectRole);
+    box.setDefaultButton(restore);
+    box.setEscapeButton(later);
+    box.exec();
+    if (box.clickedButton() == discard) {
+        return Answer::Discard;
+    }
+    return box.clickedButton() == restore ? Answer::Restore : Answer::Cancel;
+}
+
 void tellLeftBehind(QWidget *window, const QStringList &files)
 {
     QStringList named = files.mid(0, NamedFiles);

@@ -8,7 +8,7 @@ class QWidget;
 /// What the commands of the File menu ask. Names come from outside and are shown as plain text.
 namespace FileQuestions {
 
-enum class Answer { Save, Discard, Overwrite, SaveAs, Cancel };
+enum class Answer { Save, Discard, Overwrite, SaveAs, Restore, Cancel };
 
 /// The scene has changes that would be lost. @return Save, Discard or Cancel
 Answer saveChanges(QWidget *window, const QString &title);
@@ -16,6 +16,9 @@ Answer saveChanges(QWidget *window, const QString &title);
 Answer overwriteChanged(QWidget *window, const QString &title);
 /// Going back to the file loses the changes.
 bool revert(QWidget *window, const QString &title);
+/// A copy of a scene was left by a program that ended unexpectedly. @return Restore, Discard or Cancel: ask again
+/// @param title of the scene; where more says which file it is and when the copy was written
+Answer restore(QWidget *window, const QString &title, const QString &more);
 /// Tells that these files do not go along with a scene that was saved into another folder.
 void tellLeftBehind(QWidget *window, const QStringList &files);
 

@@ -1,5 +1,7 @@
 #include "RecentFiles.h"
 
+#include "preferences/Options.h"
+
 #include <nkKernelServices/nkPreferencesService.h>
 
 namespace {
@@ -15,9 +17,14 @@ void store(const QStringList &files)
 
 namespace RecentFiles {
 
+int capacity()
+{
+    return Options::recentFiles.value();
+}
+
 QStringList files()
 {
-    return nkPreferencesService::the().getStringListValue(key).mid(0, capacity);
+    return nkPreferencesService::the().getStringListValue(key).mid(0, capacity());
 }
 
 void add(const QString &path)
@@ -25,7 +32,7 @@ void add(const QString &path)
     QStringList present = files();
     present.removeAll(path);
     present.prepend(path);
-    store(present.mid(0, capacity));
+    store(present.mid(0, capacity()));
 }
 
 void remove(const QString &path)

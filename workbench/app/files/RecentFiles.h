@@ -5,8 +5,8 @@
 /// The scenes that were opened or saved last, newest first, kept in the preferences.
 namespace RecentFiles {
 
-/// How many are kept.
-constexpr int capacity = 10;
+/// How many are kept: what the person has chosen.
+int capacity();
 
 /// Absolute paths. Some of the files may be gone by now.
 QStringList files();

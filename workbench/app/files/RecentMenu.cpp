@@ -49,8 +49,9 @@ void RecentMenu::fill()
 
 void RecentMenu::addFile(const QString &path, int number)
 {
-    QAction *action = addAction(QStringLiteral("&%1  %2").arg(QString::number(number % RecentFiles::capacity),
-                                                              label(path, fontMetrics())));
+    // Ten keys, for the first ten.
+    const QString key = number > 10 ? QString::number(number) : QStringLiteral("&%1").arg(number % 10);
+    QAction *action = addAction(QStringLiteral("%1  %2").arg(key, label(path, fontMetrics())));
     const bool isThere = QFileInfo::exists(path);
     action->setEnabled(isThere);
     action->setData(path);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <interchange/FileHash.h>
 #include <interchange/SceneFile.h>
 
 #include <QObject>
@@ -9,25 +10,39 @@ class SceneSession : public QObject
 {
     Q_OBJECT
 public:
-    explicit SceneSession(QObject *parent = nullptr);
+    /// @param sample a file that is opened as a scene without a file, so that nobody saves over it
+    explicit SceneSession(const QString &sample = QString(), QObject *parent = nullptr);
     ~SceneSession() override;
 
     /// Absolute path of the scene's file; empty for one that was never saved.
     QString path() const { return m_path; }
     /// The file's name, or what stands for it.
     QString title() const;
+    /// Whether there is a scene at all, with or without a file.
+    bool hasScene() const { return m_hasScene; }
     /// Whether there is anything that would be lost: changes since the scene was opened or saved.
-    static bool isModified();
+    bool isModified() const;
     /// Whether the scene is a binary one, so that a copy has to be one, too.
     bool isBinary() const;
 
     /// Opens a scene in place of the present one; where that fails, the present one stays.
     /// @return empty, also where the person cancelled; else one sentence that says what failed, where, what to do
     QString open(const QString &path);
-    /// Saves to a file, which is the scene's from then on, and marks the document saved.
+    /// Opens the copy of a scene in place of the present one, as that scene with changes that are not saved.
+    /// @param file that of the scene, where it is saved to; empty for a scene that has none
+    /// @param isFileAsItWas the file is the one that the copy comes from; else saving over it is refused like saving
+    ///        over what somebody else has changed
+    /// @return like open
+    QString recover(const QString &copy, const QString &file, bool isFileAsItWas);
+    /// Whether the open scene is one that was recovered and not saved since.
+    bool isRecovered() const { return m_isRecovered; }
+    /// Saves to a file, which is the scene's from then on, and marks the document saved. What the file was stays beside
+    /// it where the person wants backups: without one nothing is overwritten.
     SceneFile::Saved save(const QString &path, SceneFile::IfChanged ifChanged = SceneFile::IfChanged::Refuse);
     /// An empty scene without a file in place of the present one.
     void clear();
+    /// No scene in place of the present one.
+    void close();
 
     /// What came of the metadata in the file when it was opened.
     const interchange::ImportReport &report() const { return m_report; }
@@ -39,11 +54,25 @@ Q_SIGNALS:
     void sceneReplaced();
     /// The scene has another file.
     void pathChanged(const QString &path);
+    /// isModified() has changed.
+    void modifiedChanged(bool modified);
 
 private:
+    void replace(bool hasScene);
     void setPath(const QString &path);
+    void setRecovered(bool isRecovered);
+    void tellModified();
+    void take(const SceneFile::Result &result);
+    bool isFileAsRead(const QString &path) const;
+    QString backUp(const QString &path, SceneFile::IfChanged ifChanged) const;
 
     QString m_path;
+    const QString m_sample;
+    bool m_hasScene = false;
     std::shared_ptr<const interchange::SceneSource> m_source;
     interchange::ImportReport m_report;
+    bool m_isRecovered = false;
+    /// Of a recovered scene: the file that the copy comes from, as long as it is that.
+    interchange::FileHash m_recoveredFile;
+    bool m_isToldModified = false;
 };

@@ -1,11 +1,13 @@
 #include "EditorPanel.h"
 
+#include "EditorCommands.h"
 #include "SceneObjectModel.h"
 #include "SceneObjectView.h"
 
 #include <nkKernelServices/nkInternalUiService.h>
 #include <nkKernelServicesGUI/nkMetadataModuleSelection.h>
 #include <nkQt4Ext/QNKSearchBox.h>
+#include <nkQt4Ext/QNKToolBar.h>
 
 #include <QAction>
 #include <QLineEdit>
@@ -15,6 +17,13 @@
 #include <QVBoxLayout>
 
 using Reveal = EditorService::Reveal;
+
+namespace {
+
+/// Device-independent pixels; the tools share their row with the search.
+constexpr int toolIconExtent = 18;
+
+} // namespace
 
 EditorPanel::EditorPanel(EditorModule module, QWidget *parent)
     : QWidget(parent),
@@ -26,12 +35,8 @@ EditorPanel::EditorPanel(EditorModule module, QWidget *parent)
     setAccessibleName(m_text.title);
     createSearch();
     createView();
-    createActions();
-    auto *column = new QVBoxLayout(this);
-    column->setContentsMargins(4, 4, 4, 4);
-    column->setSpacing(4);
-    column->addWidget(m_search);
-    column->addWidget(m_view);
+    createCommands();
+    layOut();
     connectSearch();
     connectRows();
     connectSelections();
@@ -58,15 +63,29 @@ void EditorPanel::createView()
     setFocusProxy(m_view);
 }
 
-void EditorPanel::createActions()
+void EditorPanel::createCommands()
 {
+    m_commands = new EditorCommands(this);
+    connect(m_model, &SceneObjectModel::moveRequested, m_commands, &EditorCommands::move);
     m_showMetadata = new QAction(tr("Show &Metadata"), this);
     m_showMetadata->setObjectName(QStringLiteral("showMetadata"));
     connect(m_showMetadata, &QAction::triggered, this, &EditorPanel::showMetadata);
-    // The key is the view's own, which knows when it is pressed in a name that is being edited.
-    m_rename = new QAction(tr("&Rename\tF2"), this);
-    m_rename->setObjectName(QStringLiteral("rename"));
-    connect(m_rename, &QAction::triggered, this, [this] { m_view->edit(m_view->currentIndex()); });
+}
+
+void EditorPanel::layOut()
+{
+    auto *tools = new QNKToolBar(m_text.title, this);
+    tools->setIconSize(QSize(toolIconExtent, toolIconExtent));
+    tools->addActions(m_commands->toolBarActions());
+    auto *top = new QHBoxLayout;
+    top->setSpacing(4);
+    top->addWidget(m_search, 1);
+    top->addWidget(tools);
+    auto *column = new QVBoxLayout(this);
+    column->setContentsMargins(4, 4, 4, 4);
+    column->setSpacing(4);
+    column->addLayout(top);
+    column->addWidget(m_view);
 }
 
 void EditorPanel::connectSearch()
@@ -174,6 +193,30 @@ void EditorPanel::pull(Reveal reveal)
     }
 }
 
+void EditorPanel::selectObjects(const QList<quint64> &ids)
+{
+    select(ids);
+    const QModelIndex first = m_model->indexOf(ids.value(0));
+    if (first.isValid()) {
+        m_view->setCurrentQuietly(first);
+        m_view->scrollTo(first);
+    }
+}
+
+void EditorPanel::renameObject(quint64 id)
+{
+    if (!m_model->indexOf(id).isValid()) {
+        m_search->lineEdit()->clear();
+    }
+    const QModelIndex index = m_model->indexOf(id);
+    if (index.flags().testFlag(Qt::ItemIsEditable)) {
+        m_view->setFocus(Qt::OtherFocusReason);
+        m_view->setCurrentQuietly(index);
+        m_view->scrollTo(index);
+        m_view->edit(index);
+    }
+}
+
 void EditorPanel::revealFirst()
 {
     const QModelIndex first = m_model->indexOf(m_service.selection().value(0));
@@ -185,11 +228,11 @@ void EditorPanel::revealFirst()
 void EditorPanel::showMenu(const QPoint &position)
 {
     m_showMetadata->setEnabled(m_view->selectionModel()->hasSelection());
-    m_rename->setEnabled(m_view->currentIndex().flags().testFlag(Qt::ItemIsEditable));
+    m_commands->update();
     QMenu menu(this);
     menu.addAction(m_showMetadata);
     menu.addSeparator();
-    menu.addAction(m_rename);
+    m_commands->fillMenu(&menu);
     menu.exec(m_view->viewport()->mapToGlobal(position));
 }
 

@@ -5,6 +5,7 @@
 
 #include <QWidget>
 
+class EditorCommands;
 class QAction;
 class QNKSearchBox;
 class SceneObjectModel;
@@ -28,15 +29,26 @@ public:
     SceneObjectView *view() const { return m_view; }
     SceneObjectModel *model() const { return m_model; }
     QNKSearchBox *searchBox() const { return m_search; }
+    EditorCommands *commands() const { return m_commands; }
+
+    /// What is selected, in the order of the selection; what a search hides, too.
+    QList<quint64> selectedObjects() const { return m_service.selection(); }
+    /// Selects these as a person's gesture does, with the first as the current row, in sight.
+    void selectObjects(const QList<quint64> &ids);
+    /// Lets a person edit the name, where it can be changed; a search that hides the object ends.
+    void renameObject(quint64 id);
 
 Q_SIGNALS:
     /// A person wants to see the metadata of what is selected here; the editor of metadata was told.
     void metadataRequested();
+    /// Something for the status line: why a command did nothing.
+    void statusMessage(const QString &text);
 
 private:
     void createSearch();
     void createView();
-    void createActions();
+    void createCommands();
+    void layOut();
     void connectSearch();
     void connectRows();
     void connectSelections();
@@ -59,7 +71,7 @@ private:
     SceneObjectView *m_view = nullptr;
     QNKSearchBox *m_search = nullptr;
     QAction *m_showMetadata = nullptr;
-    QAction *m_rename = nullptr;
+    EditorCommands *m_commands = nullptr;
     bool m_pushing = false;
     bool m_pulling = false;
 };

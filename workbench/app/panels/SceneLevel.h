@@ -3,6 +3,8 @@
 #include <QHash>
 #include <QList>
 
+#include <unordered_map>
+
 /// The rows below one row of a SceneObjectModel, or its top level.
 class SceneLevel
 {
@@ -15,6 +17,11 @@ public:
     quint64 parentLevel() const { return m_parentLevel; }
     int row() const { return m_row; }
     void setRow(int row) { m_row = row; }
+    void setPlace(quint64 parentLevel, int row)
+    {
+        m_parentLevel = parentLevel;
+        m_row = row;
+    }
 
     const QList<quint64> &ids() const { return m_ids; }
     int size() const { return m_ids.size(); }
@@ -33,3 +40,6 @@ private:
     /// From id to row; empty until it is asked for.
     mutable QHash<quint64, int> m_rows;
 };
+
+/// Levels by the id of the object above; 0: the top level.
+using SceneLevels = std::unordered_map<quint64, SceneLevel>;

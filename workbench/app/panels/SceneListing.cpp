@@ -59,6 +59,18 @@ quint64 SceneListing::parentOf(quint64 id) const
     return isTree() ? Document::the().parentOf(id) : 0;
 }
 
+int SceneListing::positionOf(quint64 id)
+{
+    const Document &document = Document::the();
+    const quint64 parent = document.parentOf(id);
+    if (parent != 0) {
+        return document.childrenOf(parent).indexOf(id);
+    }
+    const nkObjectType type = document.typeOf(id);
+    const bool isMaterial = type == nkObjectType::Material || type == nkObjectType::MaterialGroup;
+    return (isMaterial ? document.topLevelMaterials() : document.topLevelNodes()).indexOf(id);
+}
+
 void SceneListing::setSearch(const QString &text)
 {
     m_search = Wildcard(text);

@@ -16,11 +16,17 @@ public:
     explicit SceneListing(EditorModule module) : m_module(module) {}
 
     bool isTree() const { return m_module == EditorModule::Scenegraph || m_module == EditorModule::Material; }
+    /// Whether something is said beside the names.
+    bool hasNotes() const { return m_module == EditorModule::Sceneplate; }
+    EditorModule module() const { return m_module; }
     /// The shown objects below this one; 0: the top level. Reads the scene as it is now.
     QList<quint64> below(quint64 id) const;
     bool hasAnyBelow(quint64 id) const;
     /// The object above in the tree; 0 at the top level, in lists, and for the dead.
     quint64 parentOf(quint64 id) const;
+
+    /// The place among all children of its parent, shown or not; -1 for the dead.
+    static int positionOf(quint64 id);
 
     /// * stands for any characters and ? for one; an empty text shows everything.
     void setSearch(const QString &text);

@@ -1,5 +1,7 @@
 #include "SceneObjectModel.h"
 
+#include "SceneplateNote.h"
+
 #include "kernel/document/Document.h"
 
 #include <nkKernelServices/nkObjectService.h>
@@ -214,6 +216,13 @@ QVariant SceneObjectModel::data(const QModelIndex &index, int role) const
     case Qt::ForegroundRole:
         return isPale(object) ? QVariant(QApplication::palette().brush(QPalette::Disabled, QPalette::Text))
                               : QVariant();
+    case Qt::ToolTipRole:
+        return m_listing.hasNotes() ? QVariant(SceneplateNote::toolTip(idOf(index))) : QVariant();
+    case Qt::AccessibleTextRole:
+        return m_listing.hasNotes() ? QVariant(SceneplateNote::accessibleText(shownName(object), idOf(index)))
+                                    : QVariant();
+    case NoteRole:
+        return m_listing.hasNotes() ? QVariant(SceneplateNote::text(idOf(index))) : QVariant();
     case IdRole:
         return object.getObjectId();
     default:
@@ -231,13 +240,4 @@ bool SceneObjectModel::setData(const QModelIndex &index, const QVariant &value, 
     object.setName(value.toString());
     tellChanged();
     return true;
-}
-
-Qt::ItemFlags SceneObjectModel::flags(const QModelIndex &index) const
-{
-    if (!index.isValid()) {
-        return {};
-    }
-    const Qt::ItemFlags row = Qt::ItemIsEnabled | Qt::ItemIsSelectable;
-    return objectOf(idOf(index)).isEditable() ? row | Qt::ItemIsEditable : row;
 }

@@ -8,8 +8,7 @@
 #include <QSet>
 #include <QTimer>
 
-#include <unordered_map>
-
+class SceneRowChange;
 class nkdObject;
 
 /// What an editor lists, as an item model with one column: the names, with icons, edited in place where the
@@ -25,7 +24,9 @@ class SceneObjectModel : public QAbstractItemModel
 public:
     enum Role {
         /// The object's id, as quint64.
-        IdRole = Qt::UserRole
+        IdRole = Qt::UserRole,
+        /// What is said beside the name; an invalid value for most.
+        NoteRole
     };
 
     explicit SceneObjectModel(EditorModule module, QObject *parent = nullptr);
@@ -63,7 +64,23 @@ public:
     bool setData(const QModelIndex &index, const QVariant &value, int role = Qt::EditRole) override;
     Qt::ItemFlags flags(const QModelIndex &index) const override;
 
+    Qt::DropActions supportedDragActions() const override { return Qt::CopyAction | Qt::MoveAction; }
+    /// A drag is proposed as a copy, for the trees of metadata; dropped in its own tree it moves.
+    Qt::DropActions supportedDropActions() const override { return Qt::CopyAction | Qt::MoveAction; }
+    QStringList mimeTypes() const override;
+    /// The objects as the trees of metadata understand them: dropped on sets they are assigned.
+    QMimeData *mimeData(const QModelIndexList &indexes) const override;
+    /// In trees, whether rows that were dragged from here may stand there.
+    bool canDropMimeData(const QMimeData *data, Qt::DropAction action, int row, int column,
+                         const QModelIndex &parent) const override;
+    /// Moves nothing by itself: asks for it by moveRequested.
+    bool dropMimeData(const QMimeData *data, Qt::DropAction action, int row, int column,
+                      const QModelIndex &parent) override;
+
 Q_SIGNALS:
+    /// A person has dropped these objects. @param parentId 0 for the top level
+    /// @param position of the child that they come before, among all children; -1: behind the last
+    void moveRequested(const QList<quint64> &ids, quint64 parentId, int position);
     /// Around everything that a change of the scene or a search does to the rows.
     void aboutToFollow();
     void followed();
@@ -71,8 +88,6 @@ Q_SIGNALS:
     void sceneReplaced();
 
 private:
-    using Levels = std::unordered_map<quint64, SceneLevel>;
-
     const SceneLevel &levelBelow(const QModelIndex &parent) const;
     const SceneLevel *findLevel(quint64 id) const;
     QModelIndex rowAbove(quint64 levelId) const;
@@ -82,7 +97,9 @@ private:
     void follow();
     void followOnce();
     void startAnew();
-    void followLevel(quint64 levelId);
+    void layOut(const SceneRowChange &change);
+    QHash<quint64, QModelIndex> placesOf(const QVector<quint64> &ids) const;
+    void tellNotes();
     void removeGone(quint64 levelId, const QList<quint64> &present);
     void insertNew(quint64 levelId, const QList<quint64> &present);
     void removeFrom(quint64 levelId, int first, int last);
@@ -92,7 +109,7 @@ private:
 
     SceneListing m_listing;
     /// By the id of the object above; 0: the top level. Made when first looked at.
-    mutable Levels m_levels;
+    mutable SceneLevels m_levels;
     QSet<quint64> m_changed;
     QTimer m_tell;
     bool m_following = false;

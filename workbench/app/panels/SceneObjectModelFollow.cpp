@@ -1,6 +1,7 @@
 // How the rows follow the scene.
 
 #include "SceneObjectModel.h"
+#include "SceneRowChange.h"
 
 #include <nkKernelServices/nkdObject.h>
 
@@ -75,17 +76,19 @@ void SceneObjectModel::followOnce()
     if (!findLevel(0)) {
         return; // nobody has looked yet
     }
-    QList<quint64> levels{0};
-    for (int i = 0; i < levels.size(); ++i) {
-        followLevel(levels.at(i));
-        if (m_levels.size() == 1) {
-            return;
+    const SceneRowChange change(m_listing, m_levels);
+    if (change.needsLayout()) {
+        layOut(change);
+    } else {
+        for (const quint64 levelId : change.changedLevels()) {
+            removeGone(levelId, change.present(levelId));
         }
-        for (const quint64 id : findLevel(levels.at(i))->ids()) {
-            if (findLevel(id)) {
-                levels.append(id);
-            }
+        for (const quint64 levelId : change.changedLevels()) {
+            insertNew(levelId, change.present(levelId));
         }
+    }
+    if (m_listing.hasNotes()) {
+        tellNotes();
     }
 }
 
@@ -100,13 +103,45 @@ void SceneObjectModel::startAnew()
     Q_EMIT sceneReplaced();
 }
 
-void SceneObjectModel::followLevel(quint64 levelId)
+/// What stands beside the names may have changed with anything of the scene; there are few such rows.
+void SceneObjectModel::tellNotes()
 {
-    const QList<quint64> present = m_listing.below(levelId);
-    if (present != findLevel(levelId)->ids()) {
-        removeGone(levelId, present);
-        insertNew(levelId, present);
+    if (rowCount() > 0) {
+        Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, 0));
     }
+}
+
+/// Rows that have changed their places, and many changes at once, are told in one go.
+void SceneObjectModel::layOut(const SceneRowChange &change)
+{
+    Q_EMIT layoutAboutToBeChanged();
+    const QModelIndexList before = persistentIndexList();
+    QVector<quint64> ids;
+    for (const QModelIndex &index : before) {
+        ids.append(idOf(index));
+    }
+    m_levels = change.levels();
+    const QHash<quint64, QModelIndex> places = placesOf(ids);
+    for (int i = 0; i < before.size(); ++i) {
+        changePersistentIndex(before.at(i), places.value(ids.at(i)));
+    }
+    Q_EMIT layoutChanged();
+}
+
+/// Where those of the objects stand that have rows.
+QHash<quint64, QModelIndex> SceneObjectModel::placesOf(const QVector<quint64> &ids) const
+{
+    const QSet<quint64> wanted(ids.cbegin(), ids.cend());
+    QHash<quint64, QModelIndex> places;
+    for (auto level = m_levels.cbegin(); !wanted.isEmpty() && level != m_levels.cend(); ++level) {
+        for (int row = 0; row < level->second.size(); ++row) {
+            const quint64 id = level->second.idAt(row);
+            if (wanted.contains(id)) {
+                places.insert(id, createIndex(row, 0, quintptr(level->first)));
+            }
+        }
+    }
+    return places;
 }
 
 void SceneObjectModel::removeGone(quint64 levelId, const QList<quint64> &present)
@@ -126,7 +161,7 @@ void SceneObjectModel::removeGone(quint64 levelId, const QList<quint64> &present
     }
 }
 
-/// What has stayed is in the order in which it was: objects never change places.
+/// What has stayed is in the order in which it was.
 void SceneObjectModel::insertNew(quint64 levelId, const QList<quint64> &present)
 {
     const SceneLevel &level = *findLevel(levelId);

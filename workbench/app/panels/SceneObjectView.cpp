@@ -1,8 +1,7 @@
 #include "SceneObjectView.h"
 
+#include "NoteDelegate.h"
 #include "SceneObjectModel.h"
-
-#include "gui/tree/NameDelegate.h"
 
 #include <QHeaderView>
 #include <QPainter>
@@ -15,6 +14,8 @@ constexpr int firstRows = 40;
 /// Searches that find more are left folded: nobody reads through them.
 constexpr int mostExpandedBySearch = 1000;
 constexpr int emptyTextMargin = 16;
+/// How long a drag rests on a folded row before it unfolds, in milliseconds.
+constexpr int unfoldDelay = 700;
 
 } // namespace
 
@@ -26,7 +27,10 @@ SceneObjectView::SceneObjectView(SceneObjectModel *model, QWidget *parent)
     setEditTriggers(QAbstractItemView::EditKeyPressed);
     setRootIsDecorated(model->isTree());
     setItemsExpandable(model->isTree());
-    setItemDelegate(new NameDelegate(this));
+    setItemDelegate(new NoteDelegate(SceneObjectModel::NoteRole, this));
+    setDragDropMode(model->isTree() ? InternalMove : DragOnly);
+    setDropIndicatorShown(true);
+    setAutoExpandDelay(unfoldDelay);
     setContextMenuPolicy(Qt::CustomContextMenu);
     setModel(model);
     connect(model, &QAbstractItemModel::modelAboutToBeReset, this, &SceneObjectView::beforeReset);

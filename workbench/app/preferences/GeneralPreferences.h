@@ -4,10 +4,13 @@
 
 #include <QWidget>
 
+class QCheckBox;
 class QComboBox;
+class QFormLayout;
+class QSpinBox;
 
-/// The workbench's own preferences page, the category "General": the theme. Stored as "Workbench Theme", the
-/// number of a Theme.
+/// The workbench's own preferences page, the category "General": theme, language, copies for recovery. The theme is
+/// stored as "Workbench Theme", the number of a Theme; the others are Options.
 class GeneralPreferences : public QWidget, public nkPreferencesCategory
 {
     Q_OBJECT
@@ -20,8 +23,16 @@ public:
     void setDefaults(bool overwrite) override;
     void loadToPage() override;
     void storeFromPage() override;
+    /// The theme. The language comes at the next start; whoever writes the copies follows the preference.
     void apply() override;
 
 private:
+    void addTheme(QFormLayout *form);
+    void addLanguage(QFormLayout *form);
+    void addAutosave(QFormLayout *form);
+
     QComboBox *m_theme;
+    QComboBox *m_language;
+    QCheckBox *m_autosave;
+    QSpinBox *m_minutes;
 };

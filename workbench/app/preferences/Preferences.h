@@ -1,5 +1,7 @@
 #pragma once
 
+#include "AssetsPreferences.h"
+#include "FilesPreferences.h"
 #include "GeneralPreferences.h"
 
 #include "interchange/StringLibraries.h"
@@ -8,7 +10,7 @@
 
 class QWidget;
 
-/// What the workbench has of preferences beside those of its plug-ins: its own page, and the string libraries
+/// What the workbench has of preferences beside those of its plug-ins: its own pages, and the string libraries
 /// that feed the metadata line edits.
 class Preferences : public QObject
 {
@@ -27,5 +29,7 @@ private:
     void feedLineEdits();
 
     GeneralPreferences m_general;
+    FilesPreferences m_files;
+    AssetsPreferences m_assets;
     interchange::StringLibraries m_libraries;
 };

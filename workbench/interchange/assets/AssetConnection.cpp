@@ -60,14 +60,8 @@ void AssetConnection::close()
     }
 }
 
-AssetResult AssetConnection::open()
+AssetResult AssetConnection::reach()
 {
-    if (m_isReady && !isAlive()) {
-        close();
-    }
-    if (m_isReady) {
-        return {};
-    }
     if (!QSqlDatabase::isDriverAvailable(driverOf(m_address))) {
         return AssetResult::failed(AssetTrouble::noDriver(m_address));
     }
@@ -78,6 +72,45 @@ AssetResult AssetConnection::open()
         const AssetResult result = m_trouble;
         close();
         return result;
+    }
+    return {};
+}
+
+AssetResult AssetConnection::test(bool &isEmpty)
+{
+    isEmpty = true;
+    if (!m_address.isServer() && !QFileInfo::exists(m_address.path())) {
+        return checkFolder();
+    }
+    int layout = 0;
+    AssetResult result = reach();
+    if (result.isDone()) {
+        result = AssetSchema(*this).look(layout);
+    }
+    isEmpty = layout == 0;
+    close();
+    return result;
+}
+
+/// SQLite would make the file only to see whether it can.
+AssetResult AssetConnection::checkFolder() const
+{
+    const QFileInfo folder(QFileInfo(m_address.path()).absolutePath());
+    return folder.isDir() && folder.isWritable() ? AssetResult()
+                                                 : AssetResult::failed(AssetTrouble::noFolder(m_address));
+}
+
+AssetResult AssetConnection::open()
+{
+    if (m_isReady && !isAlive()) {
+        close();
+    }
+    if (m_isReady) {
+        return {};
+    }
+    const AssetResult reached = reach();
+    if (!reached.isDone()) {
+        return reached;
     }
     const AssetResult result = AssetSchema(*this).bringUpToDate();
     m_isReady = result.isDone();

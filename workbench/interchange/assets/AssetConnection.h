@@ -33,6 +33,10 @@ public:
     /// Makes sure that the database answers and has the schema of this program. A connection that was lost since
     /// the last time is made anew.
     kernel::AssetResult open();
+    /// Connects, looks whether the database is one that this program can work with, and closes again. Nothing is
+    /// changed: no table is made and no file. A file that is not there is well where it can be made.
+    /// @param isEmpty receives whether no asset was ever kept there
+    kernel::AssetResult test(bool &isEmpty);
     void close();
 
     /// A transaction in which nobody else writes until it ends.
@@ -54,6 +58,8 @@ public:
     bool wasLost() const { return m_wasLost; }
 
 private:
+    kernel::AssetResult checkFolder() const;
+    kernel::AssetResult reach();
     bool connectNow();
     bool isAlive();
     void describe(QSqlDatabase &database) const;

@@ -39,13 +39,15 @@ const std::vector<std::vector<const char *>> &steps()
 
 } // namespace
 
+AssetResult AssetSchema::look(int &layout)
+{
+    return readLayout(layout) ? judge(layout) : m_connection.trouble();
+}
+
 AssetResult AssetSchema::bringUpToDate(int target)
 {
     int layout = 0;
-    if (!readLayout(layout)) {
-        return m_connection.trouble();
-    }
-    const AssetResult verdict = judge(layout);
+    const AssetResult verdict = look(layout);
     if (!verdict.isDone() || layout >= target) {
         return verdict;
     }

@@ -25,6 +25,9 @@ public:
     /// none, also when several programs do it at once. Refuses a newer one and a database of something else.
     /// @param target the layout to stop at; for tests of the steps
     kernel::AssetResult bringUpToDate(int target = Newest);
+    /// Whether this program can work with the database, without changing anything in it.
+    /// @param layout receives the one that it has; 0 where it is empty
+    kernel::AssetResult look(int &layout);
 
 private:
     bool readLayout(int &layout);

@@ -80,9 +80,7 @@ QString AssetTrouble::ofFile(const AssetAddress &address, int code, const QStrin
         return tr("There is no room left on the disk of the asset database “%1”; make room and try again.")
             .arg(path);
     case CannotOpen:
-        return tr("The asset database “%1” cannot be opened; check that its folder is there and its "
-                  "permissions.")
-            .arg(path);
+        return noFolder(address);
     case NoDatabase:
         return foreign(address);
     case Corrupt:
@@ -115,6 +113,12 @@ QString AssetTrouble::ofServer(const AssetAddress &address, const QSqlError &err
     }
     return tr("The asset database %1 does not do what it is asked for (%2); ask whoever looks after it.")
         .arg(place, reason);
+}
+
+QString AssetTrouble::noFolder(const AssetAddress &address)
+{
+    return tr("The asset database “%1” cannot be opened; check that its folder is there and its permissions.")
+        .arg(address.place());
 }
 
 QString AssetTrouble::noDriver(const AssetAddress &address)

@@ -25,6 +25,8 @@ public:
     /// Whether the file of the address does not begin as a database does. SQLite itself would take a very short one
     /// for an empty database and write over it.
     static bool isForeignFile(const AssetAddress &address);
+    /// The file cannot be where it is to be.
+    static QString noFolder(const AssetAddress &address);
     /// The file holds something else.
     static QString foreign(const AssetAddress &address);
     /// A newer program has changed the schema. @param schema that of the database

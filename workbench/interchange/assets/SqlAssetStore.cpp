@@ -316,6 +316,10 @@ AssetResult SqlAssetStore::refusal(const QString &id, int version)
             tr("“%1” has moved on: %2 has stored version %3 and this is version %4; reload it first.")
                 .arg(asset.name, asset.author, QString::number(asset.newest), QString::number(version)));
     }
+    if (version <= 0) {
+        return AssetResult::refused(
+            tr("Which version of “%1” this is, is not known; reload it first.").arg(asset.name));
+    }
     return AssetResult::refused(tr("“%1” is not checked out here any more; the check-out was ended by "
                                    "somebody else.")
                                     .arg(asset.name));
@@ -323,8 +327,8 @@ AssetResult SqlAssetStore::refusal(const QString &id, int version)
 
 AssetResult SqlAssetStore::missing() const
 {
-    return AssetResult::refused(tr("The asset is not in the asset database %1; publish the set anew or use "
-                                   "the database that it came from.")
+    return AssetResult::refused(tr("The asset is not in the asset database %1; remove the link "
+                                   "and publish the set anew, or use the database that it came from.")
                                     .arg(place()));
 }
 

@@ -68,6 +68,15 @@ bool Document::redo()
     return true;
 }
 
+bool Document::goToStep(int index)
+{
+    if (isScopeOpen() || index < 0 || index > undoStack()->count()) {
+        return false;
+    }
+    undoStack()->setIndex(index);
+    return true;
+}
+
 bool Document::isScopeOpen() const
 {
     return m_scopes->isOpen();
@@ -237,6 +246,16 @@ QVector<Document::Assignment> Document::assignments() const
 int Document::objectCount() const
 {
     return m_store->objectCount();
+}
+
+int Document::setCount() const
+{
+    return m_store->sharedSets().size();
+}
+
+int Document::entryCount() const
+{
+    return m_store->entryCount();
 }
 
 } // namespace kernel

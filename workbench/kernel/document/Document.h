@@ -49,6 +49,9 @@ public:
     /// Undoes or redoes one step and announces it. False where there is none or a scope is open.
     bool undo();
     bool redo();
+    /// Undoes or redoes until this many steps of the stack are done, and announces that once. False where the
+    /// stack has fewer or a scope is open.
+    bool goToStep(int index);
     /// True while an nkScopedUndo or nkScopedMultiCommand lives, or a change is being made.
     bool isScopeOpen() const;
     /// Whether the scene differs from the one that was marked saved; an empty new scene does not. True again
@@ -133,6 +136,11 @@ public:
     QVector<Assignment> assignments() const;
     /// Number of living scene objects of all kinds.
     int objectCount() const;
+
+    /// Number of living shared sets. O(1).
+    int setCount() const;
+    /// Number of living entries, those of objects' own sets among them. O(1).
+    int entryCount() const;
 
     /// The tables behind all of it and the clipboards, for the kernel's own classes.
     const Store &store() const { return *m_store; }

@@ -133,13 +133,13 @@ bool DocumentLoader::lockObject(quint64 objectId)
     return object != NoSlot;
 }
 
-bool DocumentLoader::setAsset(quint64 setId, AssetState state, const QString &assetId)
+bool DocumentLoader::setAsset(quint64 setId, AssetState state, const QString &assetId, int version)
 {
     SetRecord *const set = freshSet(setId);
     if (!set || set->owner != NoSlot) {
         return false;
     }
-    set->asset = {state, state == AssetState::None ? QString() : assetId};
+    set->asset = state == AssetState::None ? AssetLink() : AssetLink{state, assetId, version};
     return true;
 }
 

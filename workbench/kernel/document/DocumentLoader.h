@@ -61,7 +61,7 @@ public:
     /// Locks a scene object.
     bool lockObject(quint64 objectId);
     /// Gives a shared set its asset state; see Document::setAssetState.
-    bool setAsset(quint64 setId, AssetState state, const QString &assetId);
+    bool setAsset(quint64 setId, AssetState state, const QString &assetId, int version = 0);
 
     /// Says what a sceneplate shows; see Document::createSceneplate.
     bool setSceneplate(quint64 id, const QString &imagePath, SceneplatePlacement placement);

@@ -108,17 +108,18 @@ struct SetRecord
 {
     /// Empty for an object's own set, which is called like its object.
     QString name;
-    QColor color;
     SlotList entries;
-    /// Null while the set is small enough to be searched.
-    std::unique_ptr<KeyIndex> index;
+    bool locked = false;
+    AssetLink asset;
     /// The object whose own set it is; NoSlot for a shared set.
     Slot owner = NoSlot;
+    // Up to here in one line of the processor's cache: what commands ask of every selected set.
     LinkEnds links;
     /// How many objects of each kind it is assigned to, by sceneKindIndex.
     std::array<quint32, SceneKindCount> linkedKinds{};
-    AssetLink asset;
-    bool locked = false;
+    QColor color;
+    /// Null while the set is small enough to be searched.
+    std::unique_ptr<KeyIndex> index;
 
     bool isEditable() const { return !locked && asset.state != AssetState::AtRest; }
 };

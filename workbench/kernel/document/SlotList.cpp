@@ -18,6 +18,7 @@ Slot plain(Slot slot)
 
 void SlotList::insert(Slot slot)
 {
+    ++m_count;
     if (m_slots.isEmpty() || plain(m_slots.constLast()) < slot) {
         m_slots.append(slot);
         return;
@@ -33,6 +34,7 @@ void SlotList::insert(Slot slot)
 
 void SlotList::remove(Slot slot)
 {
+    --m_count;
     if (!m_slots.isEmpty() && m_slots.constLast() == slot) {
         m_slots.removeLast();
         return;

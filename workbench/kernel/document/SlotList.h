@@ -19,7 +19,7 @@ constexpr Slot NoSlot = 0xffffffffu;
 class NK_KERNEL_SERVICES_EXPORT SlotList
 {
 public:
-    int size() const { return m_slots.size() - m_removed + m_returned.size(); }
+    int size() const { return m_count; }
     bool isEmpty() const { return size() == 0; }
     Slot at(int index) const { return slots().at(index); }
     /// All of them, in order. The reference is true until the list changes.
@@ -46,6 +46,8 @@ private:
     /// In any order; to be merged.
     mutable QVector<Slot> m_returned;
     mutable int m_removed = 0;
+    /// By itself, because whoever asks a list whether it is empty asks many of them.
+    int m_count = 0;
 };
 
 } // namespace kernel

@@ -166,9 +166,11 @@ void Store::setObjectPresent(Slot object, bool present)
     if (present) {
         list.insert(object, record.place.rank);
         ++m_objectCount;
+        m_entryCount += set(record.objectSet).entries.size();
     } else {
         list.remove(object, record.place.rank);
         --m_objectCount;
+        m_entryCount -= set(record.objectSet).entries.size();
     }
     m_directory.setAlive(object, present);
 }
@@ -178,9 +180,11 @@ void Store::setSetPresent(Slot set, bool present)
     const QString &name = this->set(set).name;
     if (present) {
         m_sharedSets.insert(set);
+        m_entryCount += this->set(set).entries.size();
         m_setNames.insert(name, set);
     } else {
         m_sharedSets.remove(set);
+        m_entryCount -= this->set(set).entries.size();
         m_setNames.remove(name);
         m_uniqueSetNames.released(name);
     }
@@ -196,6 +200,10 @@ void Store::setEntryPresent(Slot entry, bool present)
     } else {
         unindexKey(owner, entry);
         owner.entries.remove(entry);
+    }
+    // Those of a set that is not there count when it comes.
+    if (isAlive(this->entry(entry).set)) {
+        m_entryCount += present ? 1 : -1;
     }
     m_directory.setAlive(entry, present);
 }

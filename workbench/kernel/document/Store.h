@@ -75,6 +75,8 @@ public:
     SceneplateRecord sceneplate(Slot object) const { return m_sceneplates.value(object); }
     /// The living objects.
     int objectCount() const { return m_objectCount; }
+    /// The living entries.
+    int entryCount() const { return m_entryCount; }
     bool isEmpty() const { return m_objectCount == 0 && m_sharedSets.isEmpty(); }
 
     /// The entry of the set with this key; NoSlot where there is none.
@@ -146,6 +148,7 @@ private:
     /// Remembers only; what it answers does not change by asking.
     mutable UniqueNames m_uniqueSetNames;
     int m_objectCount = 0;
+    int m_entryCount = 0;
 };
 
 } // namespace kernel

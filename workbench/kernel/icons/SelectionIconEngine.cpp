@@ -9,6 +9,9 @@ namespace kernel {
 
 namespace {
 
+/// Sizes of an icon in use at once are few: those of trees, tables and tool bars on one or two kinds of screen.
+constexpr size_t maxKeptSizes = 8;
+
 qreal resolutionOf(const QPainter *painter)
 {
     return painter->device() ? painter->device()->devicePixelRatioF() : 1.0;
@@ -31,6 +34,9 @@ void SelectionIconEngine::paint(QPainter *painter, const QRect &rect, QIcon::Mod
 
 QPixmap SelectionIconEngine::pixmap(const QSize &size, QIcon::Mode mode, QIcon::State state)
 {
+    if (mode == QIcon::Normal) {
+        return normal(size, state);
+    }
     return mode == QIcon::Selected ? selected(size, state) : draw(size, mode, state);
 }
 
@@ -42,6 +48,20 @@ QString SelectionIconEngine::key() const
 QIconEngine *SelectionIconEngine::clone() const
 {
     return new SelectionIconEngine(*this);
+}
+
+QPixmap SelectionIconEngine::normal(const QSize &size, QIcon::State state)
+{
+    for (const Drawn &drawn : m_drawn) {
+        if (drawn.size == size && drawn.state == state) {
+            return drawn.pixmap;
+        }
+    }
+    if (m_drawn.size() >= maxKeptSizes) {
+        m_drawn.clear();
+    }
+    m_drawn.push_back({size, state, draw(size, QIcon::Normal, state)});
+    return m_drawn.back().pixmap;
 }
 
 /// Painted, because the pixmaps an icon hands out are larger than asked for where screens are sharp, and here the

@@ -2,6 +2,9 @@
 
 #include <QIcon>
 #include <QIconEngine>
+#include <QPixmap>
+
+#include <vector>
 
 namespace kernel {
 
@@ -21,10 +24,20 @@ public:
     QIconEngine *clone() const override;
 
 private:
+    struct Drawn
+    {
+        QSize size;
+        QIcon::State state;
+        QPixmap pixmap;
+    };
+
+    QPixmap normal(const QSize &size, QIcon::State state);
     QPixmap draw(const QSize &size, QIcon::Mode mode, QIcon::State state) const;
     QPixmap selected(const QSize &size, QIcon::State state) const;
 
     QIcon m_drawing;
+    /// In its own colours, which no palette changes: a view asks for the same few sizes row after row.
+    std::vector<Drawn> m_drawn;
 };
 
 } // namespace kernel

@@ -109,9 +109,18 @@ void AssetsService::modify(quint64 setId, AssetRound &round)
             tr("“%1” is an asset that is being edited as “%2” already; edit it there or reload this one "
                "when that is stored.")
                 .arg(nkdMetadataSet(setId).getName(), twins.constFirst().getName()));
-    } else if (round.take(round.store()->checkOut(assetId, version))) {
+    } else if (checkOut(assetId, version, round)) {
         link(setId, AssetState::Edited, assetId, version, round);
     }
+}
+
+bool AssetsService::checkOut(const QString &assetId, int version, AssetRound &round)
+{
+    const bool isTaken = round.take(round.store()->checkOut(assetId, version));
+    if (isTaken) {
+        m_taken.insert(assetId);
+    }
+    return isTaken;
 }
 
 void AssetsService::saveAssets(const QList<nkdMetadataSet> &sets)
@@ -130,6 +139,10 @@ void AssetsService::save(quint64 setId, AssetRound &round)
     }
     const QString assetId = document().assetId(setId);
     int version = document().assetVersion(setId);
+    // The check-outs of a scene end when it is closed; who opens it again goes on where nobody came in between.
+    if (!m_taken.contains(assetId) && !checkOut(assetId, version, round)) {
+        return;
+    }
     if (round.take(round.store()->save(assetId, nkdMetadataSet(setId).getName(), content, version))) {
         link(setId, AssetState::AtRest, assetId, version, round);
     }
@@ -280,6 +293,7 @@ void AssetsService::releaseAsset(const QString &assetId, bool ofOthers)
 
 void AssetsService::endCheckOuts()
 {
+    m_taken.clear();
     AssetStore *store = AssetStore::installed();
     const AssetResult result = store ? store->releaseAll() : AssetResult();
     if (!result.isDone()) {

@@ -4,6 +4,7 @@
 
 #include <nkKernelServices/nkAssetsService.h>
 
+#include <QSet>
 #include <QStringList>
 
 #include <functional>
@@ -30,6 +31,7 @@ public:
     /// Checks out the assets at rest. Refused where somebody else has one, where the set is not of its newest
     /// version, and where another set of the scene is being edited as the same asset.
     void modifyAssets(const QList<nkdMetadataSet> &sets) override;
+    /// A set that was being edited when its scene was closed, and is stored now, is checked out for that.
     void saveAssets(const QList<nkdMetadataSet> &sets) override;
     /// Asks whoever shows assets to show these: findRequested.
     void findAssets(const QList<nkdMetadataSet> &sets) override;
@@ -63,12 +65,17 @@ private:
     void run(const Words &words, const std::function<void(AssetRound &)> &work);
     void runForEach(const QList<nkdMetadataSet> &sets, const Words &words, Step step);
     void modify(quint64 setId, AssetRound &round);
+    bool checkOut(const QString &assetId, int version, AssetRound &round);
     void save(quint64 setId, AssetRound &round);
     void reload(quint64 setId, AssetRound &round);
     void removeLink(quint64 setId, AssetRound &round);
     void publish(quint64 setId, AssetRound &round);
     quint64 place(const QString &assetId, int version, AssetRound &round);
     void endCheckOuts();
+
+    /// The assets that were checked out since the scene came; those of them that are not any more were given back, or
+    /// somebody has taken them back.
+    QSet<QString> m_taken;
 };
 
 } // namespace kernel

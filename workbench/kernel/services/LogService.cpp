@@ -4,6 +4,8 @@
 
 #include <QLoggingCategory>
 
+#include <algorithm>
+
 namespace kernel {
 
 namespace {
@@ -65,6 +67,13 @@ QVector<LogLine> LogService::lines() const
     return QVector<LogLine>(m_lines.begin(), m_lines.end());
 }
 
+QVector<LogLine> LogService::linesSince(quint64 lineCount) const
+{
+    const quint64 missed = m_lineCount - std::min(lineCount, m_lineCount);
+    const auto count = std::ptrdiff_t(std::min(missed, quint64(m_lines.size())));
+    return QVector<LogLine>(m_lines.end() - count, m_lines.end());
+}
+
 void LogService::clear()
 {
     m_lines.clear();
@@ -75,6 +84,7 @@ void LogService::report(Level level, const QString &title, const QString &text)
     // Copies: the caller's texts may be lines of this log, and a listener may report again.
     const LogLine line{QDateTime::currentDateTime(), level, onTheHeap(title), onTheHeap(text)};
     m_lines.push_back(line);
+    ++m_lineCount;
     if (m_lines.size() > size_t(capacity)) {
         m_lines.pop_front();
     }

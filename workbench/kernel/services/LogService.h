@@ -27,12 +27,17 @@ public:
 
     /// The kept lines, oldest first.
     QVector<LogLine> lines() const;
+    /// How many lines were ever written.
+    quint64 lineCount() const { return m_lineCount; }
+    /// Those kept lines that were written when lineCount() was already that high, oldest first.
+    QVector<LogLine> linesSince(quint64 lineCount) const;
     void clear();
 
 private:
     void report(Level level, const QString &title, const QString &text);
 
     std::deque<LogLine> m_lines;
+    quint64 m_lineCount = 0;
 };
 
 } // namespace kernel

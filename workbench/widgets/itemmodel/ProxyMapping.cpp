@@ -30,7 +30,7 @@ void ProxyMapping::visit(ProxyRows &rows, Visit visitor)
 void ProxyMapping::forgetFilter()
 {
     if (m_top)
-        visit(*m_top, [](ProxyRows &rows) { rows.isBuilt = false; });
+        visit(*m_top, [](ProxyRows &rows) { rows.forget(); });
 }
 
 void ProxyMapping::forgetOrders()
@@ -142,9 +142,16 @@ bool ProxyMapping::acceptsBelow(ProxyRows &rows, int sourceRow, const QModelInde
     if (!m_source->hasChildren(m_source->index(sourceRow, 0, parent)))
         return false;
     ProxyRows &below = listBelow(rows, sourceRow);
-    if (!below.isBuilt)
-        build(below); // the rows above may be half built themselves
-    return !below.shown.isEmpty();
+    return hasAccepted(below); // the rows above may be half built themselves
+}
+
+bool ProxyMapping::hasAccepted(ProxyRows &rows)
+{
+    if (rows.isBuilt)
+        return !rows.shown.isEmpty();
+    if (!rows.isJudged)
+        judge(rows);
+    return rows.hasAccepted;
 }
 
 /// Whether every row below one is accepted for its sake, or for the sake of a row above it.
@@ -156,7 +163,7 @@ bool ProxyMapping::isWithin(const ProxyRows &rows, int sourceRow) const
 bool ProxyMapping::isWithinChanged(const ProxyRows &rows, int sourceRow) const
 {
     const auto found = rows.below.find(sourceRow);
-    return found != rows.below.end() && found->second->isBuilt
+    return found != rows.below.end() && (found->second->isBuilt || found->second->isJudged)
            && found->second->isWithin != isWithin(rows, sourceRow);
 }
 
@@ -172,24 +179,37 @@ void ProxyMapping::ensureBuilt(ProxyRows &rows)
 
 void ProxyMapping::build(ProxyRows &rows)
 {
+    if (!rows.isJudged)
+        judge(rows);
+    rows.isBuilt = true;
+    rows.isJudged = false;
+    arrange(rows);
+}
+
+void ProxyMapping::judge(ProxyRows &rows)
+{
     const QModelIndex parent = sourceParent(rows);
     rows.isWithin = rows.above && isWithin(*rows.above, rows.row);
     forgetUntrueBelow(rows);
     const int count = m_source->rowCount(parent);
     QVector<int> places(count);
-    for (int row = 0; row < count; ++row)
-        places[row] = accepts(rows, row, parent) ? 0 : ProxyRows::Hidden;
+    bool hasAccepted = false;
+    for (int row = 0; row < count; ++row) {
+        const bool isAccepted = accepts(rows, row, parent);
+        hasAccepted = hasAccepted || isAccepted;
+        places[row] = isAccepted ? 0 : ProxyRows::Hidden;
+    }
     rows.places = places;
-    rows.isBuilt = true;
-    arrange(rows);
+    rows.hasAccepted = hasAccepted;
+    rows.isJudged = true;
 }
 
 /// Lists below were built while these rows were not: what was accepted for a row's sake may not be now.
 void ProxyMapping::forgetUntrueBelow(ProxyRows &rows)
 {
     for (auto &[row, below] : rows.below) {
-        if (below->isBuilt && below->isWithin != isWithin(rows, row))
-            visit(*below, [](ProxyRows &each) { each.isBuilt = false; });
+        if ((below->isBuilt || below->isJudged) && below->isWithin != isWithin(rows, row))
+            visit(*below, [](ProxyRows &each) { each.forget(); });
     }
 }
 
@@ -223,8 +243,8 @@ void ProxyMapping::forgetUnseen(const QModelIndex &sourceParent)
 {
     for (QModelIndex parent = sourceParent;; parent = parent.parent()) {
         ProxyRows *const rows = known(parent);
-        if (rows && !isShown(*rows))
-            rows->isBuilt = false;
+        if (rows && (!rows->isBuilt || !isShown(*rows)))
+            rows->forget();
         if (!parent.isValid())
             return;
     }

@@ -41,6 +41,8 @@ public:
     ProxyRows *top();
     /// The children of a row of a list, built.
     ProxyRows *rowsBelow(ProxyRows &rows, int sourceRow);
+    /// The same as it is, built or not; made where nobody asked for it yet.
+    static ProxyRows &listBelow(ProxyRows &rows, int sourceRow);
     void ensureBuilt(ProxyRows &rows);
     /// What is known of the children of a source row, built or not; null where nothing is.
     ProxyRows *known(const QModelIndex &sourceParent) const;
@@ -51,6 +53,8 @@ public:
     QModelIndex sourceParent(const ProxyRows &rows) const;
     QModelIndex sourceIndex(const ProxyRows &rows, int sourceRow, int column) const;
 
+    /// Whether any of the rows is accepted. Puts nothing in order.
+    bool hasAccepted(ProxyRows &rows);
     /// Whether a row is to be shown now.
     bool accepts(ProxyRows &rows, int sourceRow);
     /// Whether the rows below one, as they were built, were accepted for its sake and are not now, or the other
@@ -85,10 +89,10 @@ public:
 private:
     bool accepts(ProxyRows &rows, int sourceRow, const QModelIndex &parent);
     bool acceptsBelow(ProxyRows &rows, int sourceRow, const QModelIndex &parent);
-    static ProxyRows &listBelow(ProxyRows &rows, int sourceRow);
     bool isWithin(const ProxyRows &rows, int sourceRow) const;
     void forgetUntrueBelow(ProxyRows &rows);
     void build(ProxyRows &rows);
+    void judge(ProxyRows &rows);
     bool isAnyParent(const ProxyRows &rows, int first, int last) const;
     void checkLeaves(ProxyRows &rows, int first, int last) const;
     void makeOrder(ProxyRows &rows) const;

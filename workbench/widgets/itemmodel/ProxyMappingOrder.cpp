@@ -63,7 +63,7 @@ bool ProxyMapping::insertSourceRows(ProxyRows &rows, int first, int count)
 {
     shiftBelow(rows, first, count);
     if (!rows.isBuilt) {
-        rows.isOrdered = false;
+        rows.isOrdered = rows.isJudged = false;
         rows.leaves = ProxyRows::Leaves::Unknown;
         return true;
     }
@@ -86,7 +86,7 @@ bool ProxyMapping::removeSourceRows(ProxyRows &rows, int first, int count)
         rows.below.erase(row);
     shiftBelow(rows, first, -count);
     if (!rows.isBuilt) {
-        rows.isOrdered = false;
+        rows.isOrdered = rows.isJudged = false;
         return true;
     }
     const auto isGone = [=](int row) { return row >= first && row < first + count; };

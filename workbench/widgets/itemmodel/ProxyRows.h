@@ -13,6 +13,7 @@ struct ProxyRows
 
     ProxyRows(ProxyRows *rowsAbove, int sourceRow) : above(rowsAbove), row(sourceRow) {}
 
+    void forget() { isBuilt = isJudged = false; }
     bool shows(int sourceRow) const { return places[sourceRow] != Hidden; }
 
     /// The rows among which the parent stands, and its source row there; null and -1 for the top.
@@ -26,8 +27,13 @@ struct ProxyRows
     QVector<int> order;
     /// Whether shown and places are true.
     bool isBuilt = false;
+    /// Of rows that are not built: places says Hidden of what is not accepted and 0 of what is. Enough for the rows
+    /// above, who want to know whether there is anything at all; the order is made when somebody looks.
+    bool isJudged = false;
+    /// Of isJudged rows: whether any is accepted.
+    bool hasAccepted = false;
     bool isOrdered = false;
-    /// Every row is accepted because a row above is. True of isBuilt rows only.
+    /// Every row is accepted because a row above is. Says nothing where neither isBuilt nor isJudged.
     bool isWithin = false;
     /// Whether no source row has children: asked once, for a tree view asks it of every row again and again.
     enum class Leaves : char { Unknown, All, NotAll };

@@ -272,12 +272,12 @@ bool QNKSortFilterProxyModel::hasChildren(const QModelIndex &parent) const
     const QModelIndex sourceParent = mapToSource(parent);
     if (parent.isValid() != sourceParent.isValid() || !sourceModel()->hasChildren(sourceParent))
         return false;
-    const ProxyRows *const known = d->mapping.known(sourceParent);
-    if (known && known->isBuilt)
-        return !known->shown.isEmpty();
+    ProxyRows *const known = d->mapping.known(sourceParent);
+    if (known && (known->isBuilt || known->isJudged))
+        return d->mapping.hasAccepted(*known);
     // Where all below an accepted row is accepted, what is shown has shown children: no need to make them.
     const bool isSettled = parent.isValid() && d->mapping.acceptsBelowRows && d->mapping.isRecursive;
-    return isSettled || sourceModel()->canFetchMore(sourceParent) || rowCount(parent) > 0;
+    return isSettled || sourceModel()->canFetchMore(sourceParent) || d->hasRowsBelow(parent);
 }
 
 // Data: the source's, nothing else ------------------------------------------------------------------------

@@ -221,6 +221,8 @@ void QNKSortFilterProxyModel::Private::onRowsInserted(const QModelIndex &parent,
         }
     } else {
         // Nobody has asked for these rows yet, and whoever listens is told of all of them.
+        if (rows)
+            mapping.insertSourceRows(*rows, first, last - first + 1);
         rows = mapping.rows(parent);
         come = rows->shown;
         mapping.hideAll(*rows);

@@ -47,6 +47,14 @@ ProxyRows *QNKSortFilterProxyModel::Private::rowsBelow(const QModelIndex &proxyP
     return mapping.rowsBelow(*rows, sourceRow);
 }
 
+bool QNKSortFilterProxyModel::Private::hasRowsBelow(const QModelIndex &proxyParent) const
+{
+    if (!proxyParent.isValid() || proxyParent.column() != 0)
+        return rowsBelow(proxyParent) && !mapping.top()->shown.isEmpty();
+    ProxyRows *const rows = rowsOf(proxyParent);
+    return rows && mapping.hasAccepted(ProxyMapping::listBelow(*rows, rows->shown[proxyParent.row()]));
+}
+
 QModelIndex QNKSortFilterProxyModel::Private::proxyParent(const ProxyRows &rows) const
 {
     if (!rows.above)
@@ -67,19 +75,36 @@ void QNKSortFilterProxyModel::Private::save()
 {
     m_saved = {};
     m_saved.proxyIndexes = q->persistentIndexList();
-    m_saved.sourceIndexes.reserve(m_saved.proxyIndexes.size());
-    for (const QModelIndex &index : qAsConst(m_saved.proxyIndexes))
-        m_saved.sourceIndexes.append(q->mapToSource(index));
+    m_saved.places.reserve(m_saved.proxyIndexes.size());
+    for (const QModelIndex &index : qAsConst(m_saved.proxyIndexes)) {
+        ProxyRows *const rows = rowsOf(index);
+        m_saved.places.append({rows, rows ? rows->shown[index.row()] : -1, index.column()});
+    }
 }
 
 /// Before a change of the source in which its indexes may move.
 void QNKSortFilterProxyModel::Private::saveMoving()
 {
-    save();
-    m_saved.movingIndexes.reserve(m_saved.sourceIndexes.size());
-    for (const QModelIndex &index : qAsConst(m_saved.sourceIndexes))
-        m_saved.movingIndexes.append(index);
-    m_saved.sourceIndexes.clear();
+    m_saved = {};
+    m_saved.proxyIndexes = q->persistentIndexList();
+    m_saved.movingIndexes.reserve(m_saved.proxyIndexes.size());
+    for (const QModelIndex &index : qAsConst(m_saved.proxyIndexes))
+        m_saved.movingIndexes.append(q->mapToSource(index));
+}
+
+/// Where a cell of the source stands now; invalid where it is hidden.
+QModelIndex QNKSortFilterProxyModel::Private::indexOf(const Place &place) const
+{
+    if (!place.rows)
+        return {};
+    for (const ProxyRows *at = place.rows; at->above; at = at->above) {
+        mapping.ensureBuilt(*at->above);
+        if (!at->above->shows(at->row))
+            return {};
+    }
+    mapping.ensureBuilt(*place.rows);
+    const int row = place.rows->places[place.row];
+    return row == ProxyRows::Hidden ? QModelIndex() : indexOf(*place.rows, row, place.column);
 }
 
 void QNKSortFilterProxyModel::Private::restore()
@@ -87,8 +112,8 @@ void QNKSortFilterProxyModel::Private::restore()
     const Saved saved = std::exchange(m_saved, {});
     QModelIndexList now;
     now.reserve(saved.proxyIndexes.size());
-    for (const QModelIndex &index : saved.sourceIndexes)
-        now.append(q->mapFromSource(index));
+    for (const Place &place : saved.places)
+        now.append(indexOf(place));
     for (const QPersistentModelIndex &index : saved.movingIndexes)
         now.append(q->mapFromSource(index));
     q->changePersistentIndexList(saved.proxyIndexes, now);

@@ -25,6 +25,8 @@ struct QNKSortFilterProxyModel::Private : RowJudge
     ProxyRows *rowsOf(const QModelIndex &proxyIndex) const;
     /// The children of an index of this proxy's, built; null where it cannot have any.
     ProxyRows *rowsBelow(const QModelIndex &proxyParent) const;
+    /// Whether rowsBelow would answer any rows; puts nothing in order for that.
+    bool hasRowsBelow(const QModelIndex &proxyParent) const;
     /// The parent that indexes of these rows have; invalid for the top.
     QModelIndex proxyParent(const ProxyRows &rows) const;
     QModelIndex indexOf(const ProxyRows &rows, int place, int column) const;
@@ -63,11 +65,19 @@ struct QNKSortFilterProxyModel::Private : RowJudge
     quint64 change = 0;
 
 private:
+    /// A cell of the source.
+    struct Place
+    {
+        ProxyRows *rows;
+        int row; ///< in the source
+        int column;
+    };
     /// The persistent indexes of this proxy before a new layout, and what they stand for.
     struct Saved
     {
         QModelIndexList proxyIndexes;
-        QModelIndexList sourceIndexes;
+        /// Where the source keeps its indexes; their rows are null for indexes that stand for nothing.
+        QVector<Place> places;
         /// The same where the source changes too: slow to make.
         QVector<QPersistentModelIndex> movingIndexes;
     };
@@ -81,6 +91,7 @@ private:
     void save();
     void saveMoving();
     void restore();
+    QModelIndex indexOf(const Place &place) const;
     bool willShow(const QModelIndex &sourceIndex) const;
     bool willShowBelow(const QModelIndex &sourceIndex) const;
     ProxyRows *seenRows(const QModelIndex &sourceParent) const;

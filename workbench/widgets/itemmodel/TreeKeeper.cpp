@@ -123,7 +123,7 @@ void TreeKeeper::beforeLayout()
 void TreeKeeper::afterLayout(bool sorted)
 {
     if (!m_reloading)
-        putBack(!sorted);
+        putBack(!sorted, true);
 }
 
 /// The view drops its editor now. The focus goes to the view first: not to whatever stands next in the window.
@@ -184,7 +184,7 @@ void TreeKeeper::selectionSetAnew()
         m_held->selectionKept = false;
 }
 
-void TreeKeeper::putBack(bool byRow)
+void TreeKeeper::putBack(bool byRow, bool isSameRows)
 {
     if (!m_held)
         return;
@@ -194,7 +194,9 @@ void TreeKeeper::putBack(bool byRow)
     bool currentChanged = false;
     {
         const QSignalBlocker silent(m_view); // nobody expands or collapses anything
-        TreeState::expand(m_view, m_place, m_expanded);
+        if (!m_expanded.isEmpty())
+            TreeState::expand(m_view, m_place, isSameRows ? held->state.parents() : m_place.parents(),
+                              m_expanded);
     }
     putSelectionBack(*held, selectionChanged, currentChanged);
     held->state.scroll(m_view, m_place, byRow);

@@ -81,7 +81,8 @@ private:
     void afterReset();
 
     void hold();
-    void putBack(bool byRow);
+    /// @param isSameRows the source has the rows that it had when the state was taken
+    void putBack(bool byRow, bool isSameRows = false);
     void putSelectionBack(Held &held, bool &selectionChanged, bool &currentChanged);
     void leaveEditor(QWidget *editor, QAbstractItemDelegate *delegate);
     void putEditorBack(const Held &held);

@@ -54,7 +54,8 @@ private:
 
 TreeState::TreeState(const QTreeView *view, const RowPlace &place, QSet<Slot> &expanded)
 {
-    for (Slot slot : place.parents()) {
+    m_parents = place.parents();
+    for (Slot slot : qAsConst(m_parents)) {
         const QModelIndex index = place.index(slot);
         if (!index.isValid())
             continue;
@@ -118,11 +119,10 @@ void TreeState::takeScroll(const QTreeView *view, const RowPlace &place)
     }
 }
 
-void TreeState::expand(QTreeView *view, const RowPlace &place, const QSet<Slot> &expanded)
+void TreeState::expand(QTreeView *view, const RowPlace &place, const QVector<Slot> &parents,
+                       const QSet<Slot> &expanded)
 {
-    if (expanded.isEmpty())
-        return;
-    for (Slot slot : place.parents()) { // parents first
+    for (Slot slot : parents) {
         const QModelIndex index = expanded.contains(slot) ? place.index(slot) : QModelIndex();
         if (index.isValid() && !view->isExpanded(index))
             view->setExpanded(index, true);

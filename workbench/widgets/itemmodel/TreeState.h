@@ -18,7 +18,11 @@ public:
     TreeState(const QTreeView *view, const RowPlace &place, QSet<Slot> &expanded);
 
     /// Puts expanded rows back; what else is put back needs the rows they show.
-    static void expand(QTreeView *view, const RowPlace &place, const QSet<Slot> &expanded);
+    /// @param parents those that may be expanded, each after the one above it
+    static void expand(QTreeView *view, const RowPlace &place, const QVector<Slot> &parents,
+                       const QSet<Slot> &expanded);
+    /// RowPlace::parents() as it was: a look at every row of the source.
+    const QVector<Slot> &parents() const { return m_parents; }
     /// The selection as far as its rows are still shown.
     /// @param isComplete set to whether all of them are
     QItemSelection selection(const RowPlace &place, bool &isComplete) const;
@@ -49,6 +53,7 @@ private:
     void takeScroll(const QTreeView *view, const RowPlace &place);
     bool scrollTo(QTreeView *view, const QModelIndex &index, int top) const;
 
+    QVector<Slot> m_parents;
     QVector<Range> m_selection;
     Slot m_current = RowPlace::None;
     int m_currentColumn = 0;

@@ -21,6 +21,26 @@ int endAt(const QString &piece, const QString &text, int at)
     }
     return at;
 }
+
+/// The text with cases folded. Most names are plain ASCII: folded here into a buffer that is used again, while
+/// QString makes a new text for every name with a capital.
+/// @return a text that is true until the next call
+const QString &folded(const QString &text)
+{
+    thread_local QString buffer;
+    buffer.resize(text.size());
+    const QChar *const from = text.constData();
+    QChar *const to = buffer.data();
+    for (int i = 0; i < text.size(); ++i) {
+        const ushort unit = from[i].unicode();
+        if (unit > 0x7f) {
+            buffer = text.toCaseFolded();
+            return buffer;
+        }
+        to[i] = QChar(unit >= 'A' && unit <= 'Z' ? ushort(unit + ('a' - 'A')) : unit);
+    }
+    return buffer;
+}
 } // namespace
 
 Wildcard::Wildcard(const QString &pattern)
@@ -34,7 +54,7 @@ bool Wildcard::matches(const QString &text) const
 {
     if (m_pieces.isEmpty())
         return true;
-    const QString folded = text.toCaseFolded();
+    const QString &folded = ::folded(text);
     int at = 0;
     for (const Piece &piece : m_pieces) {
         at = endOf(piece, folded, at);

@@ -1,0 +1,12 @@
+#include "LogDock.h"
+
+#include "LogPanel.h"
+
+LogDock::LogDock(QWidget *parent)
+    : PanelDock(tr("Log"), QStringLiteral("LogPanel"), QStringLiteral("Log"), parent),
+      m_panel(new LogPanel(this))
+{
+    setWidget(m_panel);
+}
+
+LogDock::~LogDock() = default;

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QString>
+
+/// Whether scenes can be drawn where this program runs.
+namespace OpenGlCheck {
+
+/// Empty where they can; else a sentence that says what is missing. Looks once.
+QString missing();
+/// Whether there is no graphics card that draws, but a program that takes its place.
+bool isSoftware();
+
+} // namespace OpenGlCheck
