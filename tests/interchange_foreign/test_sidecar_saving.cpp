@@ -23,6 +23,7 @@ private Q_SLOTS:
     void neverOverwritesWhatItCannotRead();
     void savesOnceTheUnreadableOneIsMovedAway();
     void saysThatObjectsCannotBeMadeOrDeleted();
+    void saysThatObjectsCannotBeMoved();
     void copiesTheModelUnderAnotherName();
     void copiesBesideOldMetadataAreTruthful();
     void copiesKeepTheirKind();
@@ -201,6 +202,20 @@ void TestSidecarSaving::saysThatObjectsCannotBeMadeOrDeleted()
              qPrintable(saved.error));
     QVERIFY(!m_f->hasSidecar());
     m_f->document().undo();
+    QCOMPARE(m_f->save().outcome, Saved::Done);
+}
+
+void TestSidecarSaving::saysThatObjectsCannotBeMoved()
+{
+    const quint64 zone = m_f->object(QStringLiteral("Zone")).getObjectId();
+    for (const quint64 parent : {m_f->object(QStringLiteral("Site")).getObjectId(), quint64(0)}) {
+        QVERIFY(m_f->document().moveObjects({zone}, parent, 0));
+        const Saved saved = m_f->save();
+        QCOMPARE(saved.outcome, Saved::Failed);
+        QVERIFY2(saved.error.contains(QStringLiteral("elsewhere than in the model")),
+                 qPrintable(saved.error));
+        QVERIFY(m_f->document().undo());
+    }
     QCOMPARE(m_f->save().outcome, Saved::Done);
 }
 

@@ -144,7 +144,9 @@ void tellLeftBehind(QWidget *window, const QStringList &files)
 
 QString fileToOpen(QWidget *window, const QString &folder)
 {
-    return QFileDialog::getOpenFileName(window, tr("Open Scene"), folder, sceneFilters());
+    // Dozens of suffixes make no readable list.
+    return QFileDialog::getOpenFileName(window, tr("Open Scene"), folder, sceneFilters(), nullptr,
+                                        QFileDialog::HideNameFilterDetails);
 }
 
 QString fileToSave(QWidget *window, const QString &path, bool isBinary)

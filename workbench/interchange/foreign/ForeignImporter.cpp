@@ -87,8 +87,7 @@ bool ForeignImporter::addNodes(Loader &loader)
         if (id == 0)
             return false;
         m_nodeIds.push_back(id);
-        m_source.add(SceneSource::ObjectOrigin{id, quint32(i), SceneSource::List::Nodes, JsonSpan(),
-                                               JsonSpan(), node.name, IndexRange()});
+        note(id, quint32(i), SceneSource::List::Nodes, node.name);
         m_origin.objects.push_back({node.key, parent});
         addContent(loader, id, node.entries, m_knownNodes[i]);
     }
@@ -102,12 +101,21 @@ bool ForeignImporter::addMaterials(Loader &loader)
         const quint64 id = addObject(loader, nkObjectType::Material, material.name, 0, m_knownMaterials[i]);
         if (id == 0)
             return false;
-        m_source.add(SceneSource::ObjectOrigin{id, quint32(i), SceneSource::List::Materials, JsonSpan(),
-                                               JsonSpan(), material.name, IndexRange()});
+        note(id, quint32(i), SceneSource::List::Materials, material.name);
         m_origin.objects.push_back({material.key, 0});
         addContent(loader, id, material.entries, m_knownMaterials[i]);
     }
     return true;
+}
+
+void ForeignImporter::note(quint64 id, quint32 index, SceneSource::List list, const QString &name)
+{
+    SceneSource::ObjectOrigin origin;
+    origin.id = id;
+    origin.index = index;
+    origin.list = list;
+    origin.name = name;
+    m_source.add(origin);
 }
 
 /// @param known the place in the sidecar's objects

@@ -33,6 +33,7 @@ private:
     bool addNodes(Loader &loader);
     bool addMaterials(Loader &loader);
     quint64 addObject(Loader &loader, nkObjectType type, const QString &name, quint64 parentId, qint32 known);
+    void note(quint64 id, quint32 index, SceneSource::List list, const QString &name);
     void addContent(Loader &loader, quint64 id, const IndexRange &range, qint32 known);
     void addEntries(Loader &loader, quint64 setId, const IndexRange &range);
     void addSavedSets(Loader &loader);

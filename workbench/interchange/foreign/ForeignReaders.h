@@ -2,6 +2,7 @@
 
 #include <interchange/foreign/ForeignReader.h>
 
+#include <QCoreApplication>
 #include <QStringList>
 
 #include <memory>
@@ -12,10 +13,12 @@ namespace interchange {
 /// The kinds of scene files beside glTF that can be opened.
 class ForeignReaders
 {
+    Q_DECLARE_TR_FUNCTIONS(ForeignReaders)
+
 public:
     struct Kind
     {
-        QString name;         ///< as people call it: "IFC"
+        QString name;         ///< as people call it: "IFC"; translated
         QStringList suffixes; ///< lower case, without the point
         std::unique_ptr<ForeignReader> (*make)();
     };

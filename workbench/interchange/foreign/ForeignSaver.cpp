@@ -12,6 +12,8 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <algorithm>
+
 namespace interchange {
 
 using kernel::Document;
@@ -72,14 +74,8 @@ bool ForeignSaver::checkName()
 bool ForeignSaver::checkObjects()
 {
     int living = 0;
-    int moved = 0;
-    auto object = m_origin.objects.begin();
-    for (const SceneSource::ObjectOrigin &origin : m_source.objects()) {
-        const bool isAlive = Document::the().typeOf(origin.id) != nkObjectType::Null;
-        living += isAlive ? 1 : 0;
-        moved += isAlive && Document::the().parentOf(origin.id) != object->parentId ? 1 : 0;
-        ++object;
-    }
+    for (const SceneSource::ObjectOrigin &origin : m_source.objects())
+        living += Document::the().typeOf(origin.id) != nkObjectType::Null ? 1 : 0;
     const QString advice = tr("undo that, or export the model as glTF and work on that");
     if (living < m_source.objectCount())
         return fail(tr("%1 objects of the model were deleted, and the model itself is never written")
@@ -89,10 +85,23 @@ bool ForeignSaver::checkObjects()
         return fail(tr("%1 objects are not in the model, and the model itself is never written")
                         .arg(Document::the().objectCount() - living),
                     advice);
-    return moved == 0
-           || fail(tr("%1 objects stand elsewhere than in the model, and the model itself is never written")
-                       .arg(moved),
+    return !isAnythingMoved()
+           || fail(tr("objects stand elsewhere than in the model, and the model itself is never written"),
                    advice);
+}
+
+/// Siblings were made in the order of the model, and ids ascend.
+bool ForeignSaver::isAnythingMoved() const
+{
+    const Document &document = Document::the();
+    const auto isInOrder = [](const QList<quint64> &ids) { return std::is_sorted(ids.begin(), ids.end()); };
+    auto object = m_origin.objects.begin();
+    for (const SceneSource::ObjectOrigin &origin : m_source.objects()) {
+        if (document.parentOf(origin.id) != (object++)->parentId
+            || !isInOrder(document.childrenOf(origin.id)))
+            return true;
+    }
+    return !isInOrder(document.topLevelNodes()) || !isInOrder(document.topLevelMaterials());
 }
 
 bool ForeignSaver::makeText()

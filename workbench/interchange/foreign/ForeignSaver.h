@@ -27,6 +27,7 @@ public:
 private:
     bool checkName();
     bool checkObjects();
+    bool isAnythingMoved() const;
     bool makeText();
     bool checkPresent();
     bool isChangedElsewhere() const;
