@@ -22,6 +22,10 @@ enum class ImportReason : quint8 {
     GoneElsewhere,    ///< refused: another program has removed the place of an entry that the annex knows
     ForeignAnnex,     ///< refused: what stands in the annex's place cannot be read; it stays in the file
     UnknownObject,    ///< refused: the annex speaks of an object that the file does not have (any more)
+    InvalidText,      ///< converted: bytes that are no UTF-8 became U+FFFD
+    CutText,          ///< converted: a text longer than the importer keeps
+    RenamedKey,       ///< converted: a key was empty or came twice in its object
+    OutsideFolder,    ///< refused: the file refers to another one that is not in its folder
     UnknownLogical,     ///< converted: a logical value that is neither true nor false became text
     BrokenRecord,       ///< untouched: a record of the file is damaged
     DoubledRecord,      ///< untouched: an earlier record has the same number
@@ -35,12 +39,8 @@ enum class ImportReason : quint8 {
     DoubledIdentifier,  ///< objects have the same identifier
     OtherSchema,        ///< the file follows another schema than the one that is known
     NewObject,          ///< the sidecar does not know an object; it has the metadata of its file
-    GoneObject, ///< refused: the sidecar speaks of an object that the file does not have; it is kept there
-    ForeignSidecar, ///< refused: the sidecar cannot be read; it stays as it is
-    InvalidText,    ///< converted: bytes that are no UTF-8 became U+FFFD
-    CutText,        ///< converted: a text longer than the importer keeps
-    RenamedKey,     ///< converted: a key was empty or came twice in its object
-    OutsideFolder   ///< refused: the file refers to another one that is not in its folder
+    GoneObject,    ///< refused: the sidecar speaks of an object that the file does not have; it is kept there
+    ForeignSidecar ///< refused: the sidecar cannot be read; it stays as it is
 };
 
 /// What came of the metadata of a file: how many entries were read as they stand, which values were converted,

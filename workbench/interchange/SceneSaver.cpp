@@ -11,6 +11,7 @@
 #include <QFileInfo>
 #include <QUrl>
 
+#include <cstring>
 #include <limits>
 
 namespace interchange {
@@ -27,6 +28,22 @@ bool isGlbName(const QString &path)
 bool isSameFile(const QString &path, const QString &other)
 {
     return !other.isEmpty() && (path == other || QFileInfo(path) == QFileInfo(other));
+}
+
+/// Whether the rest of the file is this, without having all of it in memory at once.
+bool holds(QFile &file, const QByteArray &content)
+{
+    QByteArray piece(CopyAtOnce, Qt::Uninitialized);
+    qint64 at = 0;
+    for (;;) {
+        const qint64 size = file.read(piece.data(), piece.size());
+        if (size <= 0)
+            return size == 0 && at == content.size();
+        if (at + size > content.size()
+            || std::memcmp(piece.constData(), content.constData() + at, size_t(size)) != 0)
+            return false;
+        at += size;
+    }
 }
 
 FileHash hashOfFile(const QString &path)
@@ -165,7 +182,7 @@ bool SceneSaver::readBack()
     QFile file(m_file.temporaryPath());
     if (!file.open(QIODevice::ReadOnly))
         return failSystem(file.errorString());
-    const bool isWhole = m_isBinary ? readBackBinary(file) : file.readAll() == m_json;
+    const bool isWhole = m_isBinary ? readBackBinary(file) : holds(file, m_json);
     return isWhole || failSystem(tr("the disk holds something else than was written"));
 }
 
@@ -201,7 +218,9 @@ void SceneSaver::noteFile()
     m_written->filePath = m_path;
     m_written->isBinary = m_isBinary;
     m_written->jsonOffset = m_isBinary ? GlbContainer::HeaderSize + GlbContainer::ChunkHeaderSize : 0;
-    m_written->hash = hashOfFile(m_path);
+    // What was read back is known; the rest of a binary file is not held in memory.
+    m_written->hash = m_isBinary ? hashOfFile(m_path)
+                                 : FileHash::of({m_json.constData(), size_t(m_json.size())});
     if (!m_isBinary)
         return;
     m_written->restOffset = m_restOffset;

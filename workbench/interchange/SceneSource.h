@@ -47,6 +47,8 @@ public:
         bool isMade = false;
         /// It was deleted when the text was read or written.
         bool isGone = false;
+        /// Its extras say all of its entries: the annex needs to say nothing about them.
+        bool isPlain = false;
     };
 
     /// An object that stands in the file and has been deleted from the scene: saving leaves it where others may

@@ -150,9 +150,10 @@ QString FileCommands::suggestedPath() const
     if (!m_session->path().isEmpty()) {
         return m_session->path();
     }
-    // One that came from a file and has none of its own is a copy of it.
-    return QDir(folder()).filePath(m_session->source() ? QFileInfo(m_session->source()->filePath).fileName()
-                                                       : tr("Untitled") + QStringLiteral(".gltf"));
+    // One that came from a file and has none of its own is a copy of it; one that was recovered may come from none.
+    const QString origin = m_session->source() ? QFileInfo(m_session->source()->filePath).fileName()
+                                               : QString();
+    return QDir(folder()).filePath(origin.isEmpty() ? tr("Untitled") + QStringLiteral(".gltf") : origin);
 }
 
 /// Where the person works: beside the open scene, else in the folder that they have chosen, else beside the last

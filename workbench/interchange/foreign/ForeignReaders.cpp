@@ -1,8 +1,9 @@
 #include <interchange/foreign/ForeignReaders.h>
 
 #include <interchange/ifc/IfcReader.h>
-#include <interchange/importer/ImportKinds.h>
 #include <interchange/importer/ImporterReader.h>
+
+#include <QCoreApplication>
 
 namespace interchange {
 
@@ -14,12 +15,15 @@ std::unique_ptr<ForeignReader> make()
     return std::make_unique<Reader>();
 }
 
-QStringList importerSuffixes()
+/// What the importer reads beside the kinds that are named.
+QStringList otherSuffixes()
 {
-    QStringList suffixes;
-    for (const char *suffix : importkinds::Models)
-        suffixes.append(QLatin1String(suffix));
-    return suffixes;
+    static const QStringList named{QStringLiteral("fbx"), QStringLiteral("dae"), QStringLiteral("zae"),
+                                   QStringLiteral("obj")};
+    QStringList others = ImporterReader::suffixes();
+    for (const QString &suffix : named)
+        others.removeAll(suffix);
+    return others;
 }
 
 } // namespace
@@ -28,7 +32,11 @@ const std::vector<ForeignReaders::Kind> &ForeignReaders::kinds()
 {
     static const std::vector<Kind> kinds{
         {QStringLiteral("IFC"), {QStringLiteral("ifc")}, &make<IfcReader>},
-        {tr("Scenes of other programs"), importerSuffixes(), &make<ImporterReader>},
+        {QStringLiteral("FBX"), {QStringLiteral("fbx")}, &make<ImporterReader>},
+        {QStringLiteral("COLLADA"), {QStringLiteral("dae"), QStringLiteral("zae")}, &make<ImporterReader>},
+        {QStringLiteral("Wavefront OBJ"), {QStringLiteral("obj")}, &make<ImporterReader>},
+        {QCoreApplication::translate("interchange::ForeignReaders", "Other scenes"), otherSuffixes(),
+         &make<ImporterReader>},
     };
     return kinds;
 }
