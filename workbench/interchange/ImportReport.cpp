@@ -84,14 +84,6 @@ QString ImportReport::textOfForeign(ImportReason reason)
         return tr("saved metadata of an object that is not in the file any more; it is kept in the sidecar");
     case ImportReason::ForeignSidecar:
         return tr("the saved metadata cannot be read and stays as it is");
-    case ImportReason::InvalidText:
-        return tr("text that is no UTF-8, shown with replacement characters");
-    case ImportReason::CutText:
-        return tr("a long text, cut after 1,023 bytes");
-    case ImportReason::RenamedKey:
-        return tr("its key is empty or comes twice, and was made unique");
-    case ImportReason::OutsideFolder:
-        return tr("a file outside of the scene's folder, not read");
     default:
         return QString();
     }
