@@ -1,5 +1,6 @@
 #include <interchange/GltfAnnexMaker.h>
 
+#include <interchange/GltfKnownObjects.h>
 #include <interchange/GltfObjectPatch.h>
 
 #include <QDir>
@@ -26,11 +27,12 @@ bool isRead(const ExtrasEntry &entry, const kernel::EntryValue &value)
 } // namespace
 
 GltfAnnexMaker::GltfAnnexMaker(const GltfScene &scene, const SceneSource &source, const QString &folder,
-                               const GltfObjectPatch *patched)
+                               const GltfObjectPatch *patched, const GltfKnownObjects *known)
     : m_scene(scene),
       m_source(source),
       m_folder(folder),
       m_patched(patched),
+      m_known(known),
       m_document(kernel::Document::the()),
       m_store(m_document.store())
 {}
@@ -55,24 +57,41 @@ GltfAnnex GltfAnnexMaker::make()
 
 void GltfAnnexMaker::addObject(const SceneSource::ObjectOrigin &origin)
 {
-    const kernel::ObjectRecord &record = m_store.object(m_store.objectSlot(origin.id));
+    const Slot slot = m_store.objectSlot(origin.id);
+    const kernel::ObjectRecord &record = m_store.object(slot);
     const kernel::SetRecord &set = m_store.set(record.objectSet);
-    const Slots &entries = set.entries.slots();
-    const IndexRange range = entriesOf(origin);
-    std::vector<qint32> places(size_t(entries.size()));
-    const bool isPlain = isSame(range, entries);
-    if (isPlain)
-        std::iota(places.begin(), places.end(), qint32(range.first));
-    else
-        places = placesOf(origin, range, entries);
-    m_places.insert(m_places.end(), places.begin(), places.end());
-    GltfAnnex::Object object = objectOf(record, m_store.objectSlot(origin.id), referenceTo(origin));
+    const bool isKnown = m_known && m_known->has(origin);
+    std::vector<qint32> places;
+    const bool isPlain = isKnown || findPlaces(origin, set.entries.slots(), places);
+    const bool isBare = isPlain && !needsOwn(set) && !record.locked
+                        && record.type != nkObjectType::Sceneplate;
+    if (isBare && !m_assigned.contains(origin.id))
+        return;
+    GltfAnnex::Object object = objectOf(record, slot, referenceTo(origin));
     if (!isPlain || needsOwn(set)) {
         object.own = copyOf(record.objectSet);
         object.own->name.clear();
-        describe(object, entries, places);
     }
+    if (!isPlain)
+        describe(object, set.entries.slots(), places);
     keep(origin.id, std::move(object));
+}
+
+/// Whether the extras say all.
+bool GltfAnnexMaker::findPlaces(const SceneSource::ObjectOrigin &origin, const Slots &entries,
+                                std::vector<qint32> &places)
+{
+    const IndexRange range = entriesOf(origin);
+    places.resize(size_t(entries.size()));
+    const bool isPlain = isSame(range, entries);
+    if (isPlain) {
+        std::iota(places.begin(), places.end(), qint32(range.first));
+        m_plain.insert(origin.id);
+    } else {
+        places = placesOf(origin, range, entries);
+    }
+    m_places.insert(m_places.end(), places.begin(), places.end());
+    return isPlain;
 }
 
 /// Nothing but the annex holds a group's entries.

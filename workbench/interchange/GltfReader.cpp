@@ -220,7 +220,8 @@ bool GltfReader::readNode(const JsonValue &value, quint32 index, quint32 meshCou
         node.kind = SceneNodeKind::Light;
     node.span = value.span();
     node.extrasSpan = spanOf(extras);
-    node.entries = m_extras->read(extras, {NodesKey, index});
+    if (!m_isKnown || !m_isKnown(value, false, index))
+        node.entries = m_extras->read(extras, {NodesKey, index});
     nameNode(textOf(name), index);
     return true;
 }
@@ -287,7 +288,9 @@ bool GltfReader::readMaterials(const JsonValue &materials)
             material.name = tr("Material %1").arg(index);
         material.span = value.span();
         material.extrasSpan = spanOf(extras);
-        material.entries = m_extras->read(extras, {MaterialsKey, index++});
+        if (!m_isKnown || !m_isKnown(value, true, index))
+            material.entries = m_extras->read(extras, {MaterialsKey, index});
+        ++index;
         m_scene.materials.push_back(material);
     }
     return true;

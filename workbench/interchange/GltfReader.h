@@ -8,6 +8,8 @@
 
 #include <QCoreApplication>
 
+#include <functional>
+
 namespace interchange {
 
 /// What a scene may be at most.
@@ -42,6 +44,10 @@ public:
     /// Asked again and again while a long text is read, with the share that has been read; false ends the
     /// reading with isCancelled().
     void setGoOn(const JsonGoOn &goOn) { m_goOn = goOn; }
+    /// Asked of every node and material whether its extras can be passed over, as the caller knows what is in them;
+    /// it has no entries then.
+    using IsKnown = std::function<bool(const JsonValue &object, bool isMaterial, quint32 index)>;
+    void setIsKnown(const IsKnown &isKnown) { m_isKnown = isKnown; }
     bool isCancelled() const { return m_isCancelled; }
 
     const SceneError &error() const { return m_error; }
@@ -68,6 +74,7 @@ private:
     GltfCheck m_check;
     SceneError m_error;
     JsonGoOn m_goOn;
+    IsKnown m_isKnown;
     bool m_isCancelled = false;
     ExtrasReader *m_extras = nullptr; ///< lives during one read()
 };

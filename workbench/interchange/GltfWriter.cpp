@@ -2,6 +2,7 @@
 
 #include <interchange/GltfAnnexMaker.h>
 #include <interchange/GltfAnnexText.h>
+#include <interchange/GltfKnownObjects.h>
 #include <interchange/GltfObjectPatch.h>
 #include <interchange/GltfStructurePatch.h>
 #include <interchange/GltfStructurePlan.h>
@@ -34,19 +35,24 @@ bool GltfWriter::write()
     const SceneSource &source = plan.isNeeded() ? placed : m_source;
     JsonPatches patches;
     GltfObjectPatch objects(source, Document::the().store(), patches);
+    GltfKnownObjects known(source);
+    const auto isKnown = [&known](const JsonValue &object, bool isMaterial, quint32 index) {
+        const auto list = isMaterial ? SceneSource::List::Materials : SceneSource::List::Nodes;
+        return known.find(list, index, object);
+    };
     GltfScene scene;
     JsonTree tree;
-    if (!patchObjects(source, objects, patches) || !read(scene, tree, Compared, ReadBack))
+    if (!patchObjects(source, objects, patches, known) || !read(scene, tree, Compared, ReadBack, isKnown))
         return false;
-    GltfAnnexMaker maker(scene, source, m_folder, &objects);
+    GltfAnnexMaker maker(scene, source, m_folder, &objects, &known);
     const GltfAnnex annex = maker.make();
     const QByteArray text = annex.isEmpty() ? QByteArray() : textOfAnnex(annex);
     if (text.isEmpty() != annex.isEmpty())
         return fail(tr("the sets are more than 1 GiB of text"),
                     tr("keep some of them in files of their own"));
-    if (text != m_source.annex && (!patchAnnex(tree, text) || !read(scene, tree, ReadBack, 1)))
+    if (text != m_source.annex && (!patchAnnex(tree, text) || !read(scene, tree, ReadBack, 1, isKnown)))
         return false;
-    noteWhereEverythingStands(source, scene, maker.places());
+    noteWhereEverythingStands(source, scene, maker, known);
     m_written->annex = text;
     m_written->isAnnexForeign = m_source.isAnnexForeign;
     return true;
@@ -59,7 +65,8 @@ bool GltfWriter::patchStructure(const GltfStructurePlan &plan, SceneSource &plac
     m_json = structure.text();
     GltfScene scene;
     JsonTree tree;
-    if (!read(scene, tree, 0, Compared))
+    // Extras are not touched yet.
+    if (!read(scene, tree, 0, Compared, [](const JsonValue &, bool, quint32) { return true; }))
         return false;
     placed = structure.sourceFor(m_json, scene);
     QStringList notes;
@@ -75,13 +82,16 @@ bool GltfWriter::patchStructure(const GltfStructurePlan &plan, SceneSource &plac
     return true;
 }
 
-bool GltfWriter::patchObjects(const SceneSource &source, GltfObjectPatch &objects, const JsonPatches &patches)
+bool GltfWriter::patchObjects(const SceneSource &source, GltfObjectPatch &objects, const JsonPatches &patches,
+                              GltfKnownObjects &known)
 {
     int count = 0;
     for (const SceneSource::ObjectOrigin &origin : source.objects()) {
         const bool isAlive = Document::the().store().objectSlot(origin.id) != kernel::NoSlot;
         if (isAlive && !objects.isAsRead(origin))
             objects.patch(origin);
+        else if (!isAlive || origin.isPlain)
+            known.add(origin);
         if (++count % ObjectsAtOnce == 0 && !m_progress.advance(Compared * count / source.objectCount()))
             return false;
     }
@@ -89,9 +99,11 @@ bool GltfWriter::patchObjects(const SceneSource &source, GltfObjectPatch &object
     return true;
 }
 
-bool GltfWriter::read(GltfScene &scene, JsonTree &tree, double from, double to)
+bool GltfWriter::read(GltfScene &scene, JsonTree &tree, double from, double to,
+                      const GltfReader::IsKnown &isKnown)
 {
     GltfReader reader;
+    reader.setIsKnown(isKnown);
     reader.setGoOn([&](double share) { return m_progress.advance(from + (to - from) * share); });
     if (reader.read(m_json, scene, tree))
         return true;
@@ -130,7 +142,7 @@ bool GltfWriter::patchAnnex(const JsonTree &tree, const QByteArray &annex)
 }
 
 void GltfWriter::noteWhereEverythingStands(const SceneSource &source, const GltfScene &scene,
-                                           const std::vector<qint32> &places)
+                                           const GltfAnnexMaker &maker, const GltfKnownObjects &known)
 {
     const kernel::Store &store = Document::the().store();
     m_written = std::make_shared<SceneSource>();
@@ -141,8 +153,8 @@ void GltfWriter::noteWhereEverythingStands(const SceneSource &source, const Gltf
     m_written->removed = source.removed;
     m_written->madeCameras = source.madeCameras;
     m_written->madeLights = source.madeLights;
-    m_written->reserve(size_t(source.objectCount()), places.size());
-    auto place = places.begin();
+    m_written->reserve(size_t(source.objectCount()), size_t(source.entryCount()));
+    auto place = maker.places().begin();
     for (SceneSource::ObjectOrigin origin : source.objects()) {
         const kernel::Slot slot = store.objectSlot(origin.id);
         const bool isNode = origin.list == SceneSource::List::Nodes;
@@ -154,11 +166,13 @@ void GltfWriter::noteWhereEverythingStands(const SceneSource &source, const Gltf
         if (!origin.isGone)
             origin.name = store.object(slot).name;
         const IndexRange entries = origin.entries;
-        m_written->add(origin);
         // What was deleted may come back by undo, and finds its entries then.
-        for (quint32 i = entries.first; origin.isGone && i < entries.end(); ++i)
+        const bool isKept = origin.isGone || known.has(origin);
+        origin.isPlain = isKept ? origin.isPlain : maker.isPlain(origin.id);
+        m_written->add(origin);
+        for (quint32 i = entries.first; isKept && i < entries.end(); ++i)
             m_written->add(source.entries()[i].moved(oldExtras.offset, origin.extrasSpan.offset));
-        if (origin.isGone)
+        if (isKept)
             continue;
         for (const kernel::Slot entry : store.set(store.object(slot).objectSet).entries.slots())
             m_written->add(entryOf(entry, *place++, scene));

@@ -12,6 +12,8 @@
 
 namespace interchange {
 
+class GltfAnnexMaker;
+class GltfKnownObjects;
 class GltfObjectPatch;
 class GltfStructurePlan;
 class JsonPatches;
@@ -41,11 +43,12 @@ public:
 
 private:
     bool patchStructure(const GltfStructurePlan &plan, SceneSource &placed);
-    bool patchObjects(const SceneSource &source, GltfObjectPatch &objects, const JsonPatches &patches);
-    bool read(GltfScene &scene, JsonTree &tree, double from, double to);
+    bool patchObjects(const SceneSource &source, GltfObjectPatch &objects, const JsonPatches &patches,
+                      GltfKnownObjects &known);
+    bool read(GltfScene &scene, JsonTree &tree, double from, double to, const GltfReader::IsKnown &isKnown);
     bool patchAnnex(const JsonTree &tree, const QByteArray &annex);
     void noteWhereEverythingStands(const SceneSource &source, const GltfScene &scene,
-                                   const std::vector<qint32> &places);
+                                   const GltfAnnexMaker &maker, const GltfKnownObjects &known);
     SceneSource::EntryOrigin entryOf(kernel::Slot entry, qint32 place, const GltfScene &scene) const;
     bool fail(const QString &reason, const QString &advice);
 

@@ -106,6 +106,7 @@ bool SceneImporter::addNode(Loader &loader, qint32 index, quint64 parentId)
     origin.span = node.span;
     origin.extrasSpan = node.extrasSpan;
     origin.name = node.name;
+    origin.isPlain = !annex || !annex->own;
     m_source.add(origin);
     return addContent(loader, id, node.entries, annex);
 }
@@ -146,8 +147,10 @@ bool SceneImporter::addMaterial(Loader &loader, quint32 index, quint64 groupId)
     origin.span = material.span;
     origin.extrasSpan = material.extrasSpan;
     origin.name = material.name;
+    const GltfAnnex::Object *const annex = m_match.find(GltfAnnex::Reference::Material, index);
+    origin.isPlain = !annex || !annex->own;
     m_source.add(origin);
-    return addContent(loader, id, material.entries, m_match.find(GltfAnnex::Reference::Material, index));
+    return addContent(loader, id, material.entries, annex);
 }
 
 /// A group stands in the annex alone, with its entries: there are no extras of others to be compared with.
