@@ -48,11 +48,24 @@ function(nk_target_defaults target)
 endfunction()
 
 # A shared library of the host: the declarations in HOST_DIR (moc reads them too) and the
-# implementation in the calling folder.
+# implementation in the calling folder. PARTS are those files (without suffix) that the application uses too
+# though no declaration speaks of them; they are compiled once, as the object library TARGETParts.
 function(nk_host_library target)
-  cmake_parse_arguments(ARG "" "HOST_DIR;EXPORT" "LINKS" ${ARGN})
+  cmake_parse_arguments(ARG "" "HOST_DIR;EXPORT" "LINKS;PARTS" ${ARGN})
   file(GLOB declarations CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/host/${ARG_HOST_DIR}/*.h)
   file(GLOB_RECURSE implementation CONFIGURE_DEPENDS *.cpp *.h *.qrc)
+  set(parts)
+  foreach(part IN LISTS ARG_PARTS)
+    list(APPEND parts ${CMAKE_CURRENT_SOURCE_DIR}/${part}.cpp ${CMAKE_CURRENT_SOURCE_DIR}/${part}.h)
+  endforeach()
+  if(parts)
+    list(REMOVE_ITEM implementation ${parts})
+    add_library(${target}Parts OBJECT ${parts})
+    target_include_directories(${target}Parts PRIVATE ${CMAKE_SOURCE_DIR}/host ${CMAKE_SOURCE_DIR}/workbench)
+    target_link_libraries(${target}Parts PUBLIC ${ARG_LINKS})
+    nk_target_defaults(${target}Parts)
+    list(APPEND implementation $<TARGET_OBJECTS:${target}Parts>)
+  endif()
   add_library(${target} SHARED ${declarations} ${implementation})
   target_include_directories(${target} PUBLIC ${CMAKE_SOURCE_DIR}/host PRIVATE
     ${CMAKE_SOURCE_DIR}/workbench)

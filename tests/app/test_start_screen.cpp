@@ -2,6 +2,7 @@
 #include "Workbench.h"
 #include "files/RecentFiles.h"
 #include "files/SceneSession.h"
+#include "panels/EditorPanel.h"
 #include "start/RecentList.h"
 #include "start/StartScreen.h"
 
@@ -29,6 +30,7 @@ private Q_SLOTS:
     void itIsThereWhileNoSceneIsOpen();
     void itLeavesTheCoveredDocksAlone();
     void theFocusStaysInIt();
+    void theFocusGoesToTheSceneThatComes();
     void aRecentSceneIsOpenedByKeyAndByMouse();
     void namesArePlainTextAndTheFolderIsSaid();
     void whatIsGoneIsMarkedAndCanOnlyBeRemoved();
@@ -121,6 +123,17 @@ void TestStartScreen::theFocusStaysInIt()
     }
     // The three ways and the list; what there is to do with a row is disabled without one.
     QCOMPARE(seen.size(), 4);
+}
+
+void TestStartScreen::theFocusGoesToTheSceneThatComes()
+{
+    show({});
+    QTest::keyClick(button("startNew"), Qt::Key_Space);
+    const QWidget *sceneGraph = window()->panels().constFirst();
+    QVERIFY(window()->focusWidget());
+    QVERIFY(sceneGraph->isAncestorOf(window()->focusWidget()));
+    trigger("fileClose");
+    QVERIFY(start()->isAncestorOf(window()->focusWidget()));
 }
 
 void TestStartScreen::aRecentSceneIsOpenedByKeyAndByMouse()

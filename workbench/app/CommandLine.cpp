@@ -17,7 +17,7 @@ CommandLine CommandLine::parse(const QStringList &arguments)
     parser.addOption(help);
     parser.addOption(sample);
     parser.addOption(screenshot);
-    parser.addPositionalArgument(QStringLiteral("FILE"), QStringLiteral("The scene to open (.gltf, .glb)."),
+    parser.addPositionalArgument(QStringLiteral("FILE"), QStringLiteral("The scene to open."),
                                  QStringLiteral("[FILE]"));
 
     CommandLine result;

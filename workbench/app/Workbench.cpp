@@ -14,6 +14,7 @@
 #include "history/LogDock.h"
 #include "history/SceneStatus.h"
 #include "history/UndoHistoryDock.h"
+#include "panels/EditorPanel.h"
 #include "preferences/Language.h"
 #include "preferences/Preferences.h"
 #include "start/StartScreen.h"
@@ -206,7 +207,11 @@ void Workbench::showContent()
         m_start->open();
         return;
     }
+    const bool isFocusCovered = m_start->isAncestorOf(m_window->focusWidget());
     m_start->close();
+    if (isFocusCovered) {
+        m_window->panels().constFirst()->setFocus(Qt::OtherFocusReason);
+    }
     showMetadata();
     if (hasOddities()) {
         showImportReport();

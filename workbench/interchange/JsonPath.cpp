@@ -6,6 +6,8 @@ namespace interchange {
 
 namespace {
 
+constexpr int LongestPath = 160;
+
 bool isIdentifierCharacter(QChar c)
 {
     return (c >= QLatin1Char('a') && c <= QLatin1Char('z'))
@@ -52,6 +54,13 @@ JsonPath &JsonPath::append(quint32 position)
 {
     m_text += QLatin1Char('[') + QString::number(position) + QLatin1Char(']');
     return *this;
+}
+
+QString JsonPath::shortened(const QString &path)
+{
+    if (path.size() <= LongestPath)
+        return path;
+    return path.left(LongestPath / 2) + QStringLiteral(" … ") + path.right(LongestPath / 2);
 }
 
 } // namespace interchange

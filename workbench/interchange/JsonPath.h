@@ -20,6 +20,9 @@ public:
     /// The path so far; `$` for the outermost value.
     const QString &text() const { return m_text; }
 
+    /// A path as messages show it: keys of hand-made files can have any length, so long ones show their two ends.
+    static QString shortened(const QString &path);
+
 private:
     QString m_text = QStringLiteral("$");
 };

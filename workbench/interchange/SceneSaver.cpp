@@ -4,23 +4,20 @@
 #include <interchange/GltfWriter.h>
 #include <interchange/JsonReader.h>
 
-#include <kernel/services/FileCalls.h>
+#include <kernel/services/SaveTarget.h>
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QUrl>
 
-#include <cerrno>
 #include <cstring>
 #include <limits>
-#include <unistd.h>
 
 namespace interchange {
 
 namespace {
 
-constexpr mode_t AnyWriteBit = 0222;
 constexpr int CopyAtOnce = 1 << 20;
 
 bool isGlbName(const QString &path)
@@ -93,18 +90,10 @@ bool SceneSaver::checkKind()
     return true;
 }
 
-/// Renaming over a file asks nobody whether the file may be written.
 bool SceneSaver::checkTarget()
 {
-    struct stat present = {};
-    const QByteArray path = QFile::encodeName(m_path);
-    if (kernel::FileCalls::the().stat(path.constData(), &present) != 0)
-        return errno == ENOENT || failSystem(kernel::OpenFile::systemError());
-    if (!S_ISREG(present.st_mode))
-        return fail(tr("there is something of this name that is no regular file"), tr("choose another name"));
-    if ((present.st_mode & AnyWriteBit) == 0 || kernel::FileCalls::the().access(path.constData(), W_OK) != 0)
-        return fail(tr("the file is read-only"), tr("choose another name or allow writing to it"));
-    return true;
+    const kernel::SaveTarget target(m_path);
+    return target.isWritable() || fail(target.reason(), target.advice());
 }
 
 /// A file that is gone can be written again; nobody's work is lost.
@@ -261,9 +250,7 @@ QStringList SceneSaver::filesLeftBehind() const
 
 bool SceneSaver::failSystem(const QString &reason)
 {
-    return fail(reason,
-                tr("check that its folder is there and may be written to, and that the disk has room, "
-                   "then save again"));
+    return fail(reason, kernel::SaveTarget::systemAdvice());
 }
 
 bool SceneSaver::fail(const QString &reason, const QString &advice)

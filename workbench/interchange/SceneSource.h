@@ -16,6 +16,7 @@ QT_END_NAMESPACE
 
 namespace interchange {
 
+struct ForeignOrigin;
 struct GltfScene;
 struct SceneGeometry;
 
@@ -120,6 +121,10 @@ public:
 
     /// What can be drawn, where reading the scene brought it along (files of other kinds than glTF); else null.
     std::shared_ptr<const SceneGeometry> geometry;
+
+    /// Of a scene whose file is never written, and whose metadata stands in a sidecar: all that saving needs beside
+    /// the objects here, whose spans are empty then. Null for glTF.
+    std::shared_ptr<const ForeignOrigin> foreign;
 
     void reserve(size_t objectCount, size_t entryCount);
     /// The next object; ids ascend.

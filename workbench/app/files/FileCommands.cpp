@@ -69,7 +69,9 @@ bool FileCommands::save()
 bool FileCommands::saveAs()
 {
     QNKViewBase::commitOpenEditors();
-    const QString path = FileQuestions::fileToSave(m_window, suggestedPath(), m_session->isBinary());
+    const QString path = m_session->isForeign()
+                             ? FileQuestions::fileToCopyTo(m_window, suggestedPath())
+                             : FileQuestions::fileToSave(m_window, suggestedPath(), m_session->isBinary());
     return !path.isEmpty() && saveTo(path);
 }
 
@@ -78,7 +80,7 @@ bool FileCommands::saveTo(const QString &path)
     const SceneFile::Saved saved = m_session->save(path);
     switch (saved.outcome) {
     case SceneFile::Saved::ChangedElsewhere:
-        return overwriteOrSaveAs(path);
+        return overwriteOrSaveAs(path, saved.file);
     case SceneFile::Saved::Cancelled:
         return false;
     case SceneFile::Saved::Failed:
@@ -97,9 +99,9 @@ bool FileCommands::saveTo(const QString &path)
     return true;
 }
 
-bool FileCommands::overwriteOrSaveAs(const QString &path)
+bool FileCommands::overwriteOrSaveAs(const QString &path, const QString &changedFile)
 {
-    switch (FileQuestions::overwriteChanged(m_window, QFileInfo(path).fileName())) {
+    switch (FileQuestions::overwriteChanged(m_window, QFileInfo(changedFile).fileName())) {
     case Answer::SaveAs:
         return saveAs();
     case Answer::Overwrite: {
@@ -148,9 +150,10 @@ QString FileCommands::suggestedPath() const
     if (!m_session->path().isEmpty()) {
         return m_session->path();
     }
-    // One that came from a file and has none of its own is a copy of it.
-    return QDir(folder()).filePath(m_session->source() ? QFileInfo(m_session->source()->filePath).fileName()
-                                                       : tr("Untitled") + QStringLiteral(".gltf"));
+    // One that came from a file and has none of its own is a copy of it; one that was recovered may come from none.
+    const QString origin = m_session->source() ? QFileInfo(m_session->source()->filePath).fileName()
+                                               : QString();
+    return QDir(folder()).filePath(origin.isEmpty() ? tr("Untitled") + QStringLiteral(".gltf") : origin);
 }
 
 /// Where the person works: beside the open scene, else in the folder that they have chosen, else beside the last

@@ -174,6 +174,9 @@ bool StartScreen::eventFilter(QObject *watched, QEvent *event)
 
 bool StartScreen::focusNextPrevChild(bool next)
 {
+    if (!isVisible()) {
+        return QWidget::focusNextPrevChild(next);
+    }
     QWidget *widget = focusWidget() ? focusWidget() : m_browse;
     do {
         widget = next ? widget->nextInFocusChain() : widget->previousInFocusChain();

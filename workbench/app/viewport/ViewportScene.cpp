@@ -45,6 +45,10 @@ ViewportScene::ViewportScene(QObject *parent) : QObject(parent)
     m_follow.setSingleShot(true);
     connect(&m_follow, &QTimer::timeout, this, &ViewportScene::follow);
     connect(&m_loader, &GeometryLoader::loaded, this, &ViewportScene::take);
+    connect(&m_plates, &SceneplateImages::changed, this, [this] {
+        ++m_revision;
+        Q_EMIT changed();
+    });
     connect(&Document::the(), &Document::sceneChanged, this, &ViewportScene::noteChange);
 }
 
@@ -66,6 +70,7 @@ void ViewportScene::setSource(const std::shared_ptr<const interchange::SceneSour
 void ViewportScene::setActive(bool active)
 {
     m_isActive = active;
+    m_plates.setActive(active);
     if (active) {
         read();
         follow();
@@ -199,6 +204,7 @@ std::vector<bool> ViewportScene::mark(const QList<quint64> &ids) const
 QStringList ViewportScene::troubles() const
 {
     QStringList sentences = m_geometry ? m_geometry->troubles : QStringList();
+    sentences += m_plates.troubles();
     if (!m_batches.isComplete()) {
         sentences.append(tr("The scene has more triangles than can be drawn; some objects are left out."));
     }

@@ -35,6 +35,14 @@ ImporterReader::ImporterReader()
     : m_program(QCoreApplication::applicationDirPath() + QStringLiteral("/nkImporter"))
 {}
 
+QStringList ImporterReader::suffixes()
+{
+    QStringList all;
+    for (const char *kind : importkinds::Models)
+        all.append(QLatin1String(kind));
+    return all;
+}
+
 bool ImporterReader::isFor(const QString &suffix, const QByteArray &) const
 {
     return std::any_of(std::begin(importkinds::Models), std::end(importkinds::Models),
