@@ -93,7 +93,8 @@ bool SidecarReader::readSets(const JsonValue &value)
 
 bool SidecarReader::readAsset(const JsonValue &value)
 {
-    ObjectMembers members({{Names::Set, true}, {Names::State, true}, {Names::Id, true}, {Names::Version, false}});
+    ObjectMembers members(
+        {{Names::Set, true}, {Names::State, true}, {Names::Id, true}, {Names::Version, false}});
     Sidecar::Asset asset;
     if (!members.read(value, m_error) || !readIndex(members.value(0), m_sidecar.sets.size(), asset.set))
         return false;
