@@ -46,14 +46,6 @@ QString ImportReport::text(ImportReason reason)
 QString ImportReport::textOfForeign(ImportReason reason)
 {
     switch (reason) {
-    case ImportReason::InvalidText:
-        return tr("text that is no UTF-8, shown with replacement characters");
-    case ImportReason::CutText:
-        return tr("a long text, cut after 1,023 bytes");
-    case ImportReason::RenamedKey:
-        return tr("its key is empty or comes twice, and was made unique");
-    case ImportReason::OutsideFolder:
-        return tr("a file outside of the scene's folder, not read");
     case ImportReason::UnknownLogical:
         return tr("neither true nor false, kept as the text “unknown”");
     case ImportReason::BrokenRecord:
