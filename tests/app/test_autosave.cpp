@@ -8,7 +8,7 @@
 
 #include <ModalAnswer.h>
 #include <TestMain.h>
-#include <interchange/GlbContainer.h>
+#include <interchange/gltf/GlbContainer.h>
 #include <kernel/document/Document.h>
 #include <nkKernelServices/nkLogService.h>
 #include <nkKernelServices/nkMetadataService.h>

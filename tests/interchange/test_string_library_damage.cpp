@@ -1,6 +1,6 @@
 #include <TestMain.h>
-#include <interchange/StringLibraryFile.h>
-#include <interchange/StringLibraryText.h>
+#include <interchange/libraries/StringLibraryFile.h>
+#include <interchange/libraries/StringLibraryText.h>
 
 #include <QFile>
 #include <QTemporaryDir>

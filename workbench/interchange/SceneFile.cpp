@@ -1,16 +1,16 @@
 #include <interchange/SceneFile.h>
 
-#include <interchange/GlbContainer.h>
-#include <interchange/GltfAnnexMaker.h>
-#include <interchange/GltfAnnexReader.h>
-#include <interchange/GltfAnnexText.h>
-#include <interchange/GltfReader.h>
-#include <interchange/JsonPath.h>
-#include <interchange/SceneImporter.h>
 #include <interchange/SceneSaver.h>
 #include <interchange/foreign/ForeignOpener.h>
 #include <interchange/foreign/ForeignReaders.h>
 #include <interchange/foreign/ForeignSaver.h>
+#include <interchange/gltf/GlbContainer.h>
+#include <interchange/gltf/GltfAnnexMaker.h>
+#include <interchange/gltf/GltfAnnexReader.h>
+#include <interchange/gltf/GltfAnnexText.h>
+#include <interchange/gltf/GltfReader.h>
+#include <interchange/gltf/SceneImporter.h>
+#include <interchange/json/JsonPath.h>
 
 #include <kernel/services/Progress.h>
 

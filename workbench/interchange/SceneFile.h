@@ -1,9 +1,9 @@
 #pragma once
 
-#include <interchange/GltfAnnex.h>
-#include <interchange/GltfScene.h>
 #include <interchange/SceneError.h>
 #include <interchange/SceneSource.h>
+#include <interchange/gltf/GltfAnnex.h>
+#include <interchange/gltf/GltfScene.h>
 
 #include <QCoreApplication>
 #include <QStringList>

@@ -1,6 +1,6 @@
 #include <interchange/sidecar/SidecarReader.h>
 
-#include <interchange/JsonReader.h>
+#include <interchange/json/JsonReader.h>
 #include <interchange/sets/ObjectMembers.h>
 #include <interchange/sets/SetFileReader.h>
 #include <interchange/sets/SetValueReader.h>
