@@ -8,7 +8,7 @@
 
 #include <ModalAnswer.h>
 #include <TestMain.h>
-#include <interchange/GlbContainer.h>
+#include <interchange/gltf/GlbContainer.h>
 #include <kernel/document/Document.h>
 #include <nkKernelServices/nkLogService.h>
 #include <nkKernelServices/nkMetadataService.h>
@@ -18,6 +18,7 @@
 
 #include <QAction>
 #include <QDir>
+#include <QFileDialog>
 #include <QLoggingCategory>
 #include <QMenu>
 #include <QSignalSpy>
@@ -337,9 +338,13 @@ void TestAutosave::aSceneWithoutAFileIsRestoredAsOne()
     QVERIFY(yes.record().text.contains(QStringLiteral("“Untitled”")));
     QCOMPARE(session()->path(), QString());
     QCOMPARE(nkMetadataService::the().getAllSets().first().getName(), QStringLiteral("Fresh"));
-    const ModalAnswer where = ModalAnswer::reject();
+    QString suggested;
+    const ModalAnswer where(ModalAnswer::DialogAction([&suggested](QDialog *dialog) {
+        suggested = qobject_cast<QFileDialog *>(dialog)->selectedFiles().value(0);
+        dialog->reject();
+    }));
     trigger("fileSave");
-    QCOMPARE(where.record().className, QStringLiteral("QFileDialog"));
+    QCOMPARE(QFileInfo(suggested).fileName(), QStringLiteral("Untitled.gltf"));
 }
 
 void TestAutosave::aBinarySceneIsRestoredWithItsGeometry()

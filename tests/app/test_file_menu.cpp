@@ -368,8 +368,8 @@ void TestFileMenu::showsTheImportReportWhereThereIsSomethingToSay()
 
 void TestFileMenu::namesTheFormatsItCannotOpenYet()
 {
-    const QString error = m_workbench->open(write(QStringLiteral("house.IFC"), "ISO-10303-21;"));
-    QVERIFY2(error.contains(QStringLiteral("“.ifc” cannot be opened yet")), qPrintable(error));
+    const QString error = m_workbench->open(write(QStringLiteral("house.USDA"), "#usda 1.0"));
+    QVERIFY2(error.contains(QStringLiteral("“.usda” cannot be opened yet")), qPrintable(error));
     QVERIFY(error.contains(QStringLiteral("glTF")));
     QCOMPARE(m_workbench->session()->path(), m_path);
 }

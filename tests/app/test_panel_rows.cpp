@@ -279,7 +279,7 @@ void TestPanelRows::anEmptyPanelSaysWhatToDo()
     f.panel->searchBox()->lineEdit()->clear();
     kernel::Document::the().clear();
     QVERIFY(f.view->emptyText().startsWith(QLatin1String("This scene has no ")));
-    QVERIFY(f.view->emptyText().contains(module == EditorModule::Sceneplate ? QLatin1String("select nodes")
+    QVERIFY(f.view->emptyText().contains(module == EditorModule::Sceneplate ? QLatin1String("New Sceneplate")
                                                                             : QLatin1String("File > Open")));
     QCOMPARE(f.view->accessibleDescription(), f.view->emptyText());
     f.show();

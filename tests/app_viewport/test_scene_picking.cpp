@@ -176,7 +176,7 @@ void TestScenePicking::aThinVolumeFindsATriangleThatItPierces()
 {
     const ScenePicker picker(m_scene, m_items, m_gizmos);
     int hits = 0;
-    for (int x = 5; x < 300; x += 10) {
+    for (int x = 5; x < 300; x += 2) {
         const quint64 hit = picker.at(m_camera, QPointF(x, 100), allKinds);
         if (hit != 0) {
             ++hits;

@@ -27,6 +27,7 @@ private Q_SLOTS:
     void saysWhereThereIsNothingToDraw();
     void drawsTheSceneOrSaysWhyNot();
     void outlinesWhatIsSelected();
+    void drawsSceneplatesBehindAndInFront();
     void aClickInThePictureSelects();
     void drawsAgainInAnotherWindow();
     void tellsWhatIsNotDrawnAsPlainText();
@@ -50,17 +51,42 @@ private:
         }
 
         /// The picture's colour where a point of the scene is seen.
-        QColor at(const QVector3D &point, const QPoint &beside = {})
+        QColor at(const QVector3D &point)
         {
             const QImage image = panel.canvas()->grabFramebuffer();
-            const QPoint place = ViewportFixture::seenAt(panel.control()->camera(), point) + beside;
+            const QPoint place = ViewportFixture::seenAt(panel.control()->camera(), point);
             return image.pixelColor(place * image.devicePixelRatio());
         }
 
+        /// Pixels of the outline's colour in the row in which a point of the scene is seen, near it.
+        int outlineBeside(const QVector3D &point)
+        {
+            const QImage image = panel.canvas()->grabFramebuffer();
+            const QPoint place = ViewportFixture::seenAt(panel.control()->camera(), point);
+            int found = 0;
+            for (int x = -150; x <= 150; ++x) {
+                const QPoint at = (place + QPoint(x, 0)) * image.devicePixelRatio();
+                found += image.rect().contains(at) && isOutline(image.pixelColor(at)) ? 1 : 0;
+            }
+            return found;
+        }
+
         ViewportPanel panel;
+        /// The same in a row of pixels, counted from the top.
+        int outlineInRow(int y)
+        {
+            const QImage image = panel.canvas()->grabFramebuffer();
+            int found = 0;
+            for (int x = 0; x < image.width(); ++x) {
+                found += isOutline(image.pixelColor(x, y)) ? 1 : 0;
+            }
+            return found;
+        }
+
         bool isReady = false;
     };
 
+    static bool isOutline(const QColor &color) { return color.red() > 240 && color.blue() < 60; }
     static bool hasGraphics() { return OpenGlCheck::missing().isEmpty(); }
 };
 
@@ -73,10 +99,6 @@ bool isReddish(const QColor &color)
 bool isBluish(const QColor &color)
 {
     return color.blue() > 90 && color.green() < 40 && color.red() < 40;
-}
-bool isOutline(const QColor &color)
-{
-    return color.red() > 240 && color.blue() < 60;
 }
 
 } // namespace
@@ -100,7 +122,8 @@ void TestViewportPanel::saysWhereThereIsNothingToDraw()
     ViewportPanel panel;
     panel.show();
     panel.setSource(source);
-    QVERIFY(panel.message().startsWith(QLatin1String("There is nothing to draw in this scene.")));
+    QCOMPARE(panel.message(), QStringLiteral("Reading the scene's geometry…"));
+    QTRY_VERIFY(panel.message().startsWith(QLatin1String("There is nothing to draw in this scene.")));
     QVERIFY(!panel.canvas());
 }
 
@@ -128,23 +151,42 @@ void TestViewportPanel::outlinesWhatIsSelected()
     if (!hasGraphics()) {
         return;
     }
-    // Along a line through the middle of the box, from the outside.
-    const auto outlined = [&s](const QVector3D &middle) {
-        int found = 0;
-        for (int x = -150; x <= 150; ++x) {
-            found += isOutline(s.at(middle, {x, 0})) ? 1 : 0;
-        }
-        return found;
-    };
-    QCOMPARE(outlined({-2, 0, 0}), 0);
+    QCOMPARE(s.outlineBeside({-2, 0, 0}), 0);
     f.select({"Left"});
-    QVERIFY(outlined({-2, 0, 0}) >= 3); // two lines of two pixels, or nearly so
+    QVERIFY(s.outlineBeside({-2, 0, 0}) >= 3); // two lines of two pixels, or nearly so
     QVERIFY(isReddish(s.at({-2, 0, 0})));
     f.select({});
-    QCOMPARE(outlined({-2, 0, 0}), 0);
+    QCOMPARE(s.outlineBeside({-2, 0, 0}), 0);
     f.select({"Left"});
     kernel::Document::the().deleteObjects(f.idsOf({"Left"}));
-    QTRY_COMPARE(outlined({-2, 0, 0}), 0);
+    QTRY_COMPARE(s.outlineBeside({-2, 0, 0}), 0);
+}
+
+void TestViewportPanel::drawsSceneplatesBehindAndInFront()
+{
+    const ViewportFixture f;
+    Shown s(f);
+    if (!hasGraphics()) {
+        return;
+    }
+    QImage image(8, 8, QImage::Format_RGB32);
+    image.fill(Qt::green);
+    const QString path = f.folder.filePath(QStringLiteral("green.png"));
+    QVERIFY(image.save(path));
+    auto &document = kernel::Document::the();
+    const quint64 plate = document.createSceneplate(QStringLiteral("Plate"), path,
+                                                    kernel::SceneplatePlacement::Behind);
+    QTRY_COMPARE(s.at({0, 0, 0}), QColor(Qt::green));
+    QVERIFY(isReddish(s.at({-2, 0, 0})));
+    const int before = s.outlineInRow(1);
+    nkScenegraphService::the().setSelection({nkdNode(nkdObject(plate))});
+    QVERIFY(s.outlineInRow(1) > before + 200);
+    // Half transparent: the scene is seen through it.
+    document.setSceneplatePlacement(plate, kernel::SceneplatePlacement::InFront);
+    QTRY_VERIFY(s.at({-2, 0, 0}).green() > 100);
+    QVERIFY(s.at({-2, 0, 0}).red() > s.at({2, 0, 0}).red());
+    document.deleteObjects({plate});
+    QTRY_VERIFY(isReddish(s.at({-2, 0, 0})));
 }
 
 void TestViewportPanel::aClickInThePictureSelects()
@@ -190,8 +232,8 @@ void TestViewportPanel::tellsWhatIsNotDrawnAsPlainText()
     ViewportPanel panel;
     panel.show();
     panel.setSource(source);
-    QCOMPARE(panel.notice(),
-             QStringLiteral("Not everything is drawn, for 2 reasons: <b>One</b> is missing."));
+    QTRY_COMPARE(panel.notice(),
+                 QStringLiteral("Not everything is drawn, for 2 reasons: <b>One</b> is missing."));
     const auto *label = panel.findChild<QLabel *>(QStringLiteral("notice"));
     QCOMPARE(label->textFormat(), Qt::PlainText);
     QVERIFY(label->toolTip().contains(QLatin1String("&lt;b&gt;One&lt;/b&gt; is missing.\nAnother, too.")));

@@ -14,6 +14,7 @@ private Q_SLOTS:
     void readsNothingWhileNobodyLooks();
     void anotherSceneTakesThePlaceOfOneThatIsBeingRead();
     void showsGeometryThatTheSourceBrought();
+    void aSceneOfAnotherKindWithoutGeometryIsBlank();
     void deletedObjectsVanishAndComeBackByUndo();
     void deletedObjectsAreNotPickedBeforeTheyVanish();
     void aNewNameMovesNothing();
@@ -49,12 +50,13 @@ void TestViewportScene::readsNothingWhileNobodyLooks()
 {
     const ViewportFixture f;
     auto source = std::make_shared<interchange::SceneSource>(*f.source);
-    source->geometry = std::make_shared<interchange::SceneGeometry>(); // would be taken at once
+    source->geometry = std::make_shared<interchange::SceneGeometry>(); // needs no reading
     ViewportScene scene;
     scene.setSource(source);
+    QCoreApplication::processEvents();
     QCOMPARE(scene.state(), ViewportScene::State::Reading);
     scene.setActive(true);
-    QCOMPARE(scene.state(), ViewportScene::State::Ready);
+    QVERIFY(waitFor(scene));
 }
 
 void TestViewportScene::anotherSceneTakesThePlaceOfOneThatIsBeingRead()
@@ -84,9 +86,22 @@ void TestViewportScene::showsGeometryThatTheSourceBrought()
     ViewportScene scene;
     scene.setActive(true);
     scene.setSource(source);
-    QCOMPARE(scene.state(), ViewportScene::State::Ready);
+    QVERIFY(waitFor(scene));
     QCOMPARE(f.shown(scene), QStringList{"Empty"});
     QCOMPARE(scene.troubles(), geometry->troubles);
+}
+
+void TestViewportScene::aSceneOfAnotherKindWithoutGeometryIsBlank()
+{
+    const ViewportFixture f;
+    auto source = std::make_shared<interchange::SceneSource>(*f.source);
+    source->json.clear();
+    ViewportScene scene;
+    scene.setActive(true);
+    scene.setSource(source);
+    QVERIFY(waitFor(scene));
+    QVERIFY(scene.isBlank());
+    QCOMPARE(scene.troubles(), QStringList());
 }
 
 void TestViewportScene::deletedObjectsVanishAndComeBackByUndo()

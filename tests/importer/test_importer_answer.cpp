@@ -3,6 +3,7 @@
 
 #include <QSet>
 
+#include <algorithm>
 #include <limits>
 #include <random>
 
@@ -181,8 +182,9 @@ void Lie::writePart(FlatWriter &writer) const
     singles(writer, {position, 0, 0, 1, 0, 0, 0, 1, 0});
     singles(writer, {0, 0, normal, 0, 0, 1, 0, 0, 1});
     writer.word(indices);
-    for (const uint32_t one : {0U, 1U, corner})
-        writer.word(one);
+    const uint32_t corners[] = {0, 1, corner};
+    for (uint32_t i = 0; i < std::min(indices, 3U); ++i)
+        writer.word(corners[i]);
 }
 
 void Lie::write(FlatWriter &writer) const

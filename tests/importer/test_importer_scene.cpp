@@ -147,6 +147,8 @@ void TestImporterScene::readsMetadataOfEveryType()
     QCOMPARE(entries.value(QStringLiteral("weight")).value, QVariant(12.5));
     QCOMPARE(entries.value(QStringLiteral("size")).value, QVariant(QVariantList{1.0, 2.0, 3.0}));
     QCOMPARE(entries.value(QStringLiteral("size")).type, nkMetadataTypes::List);
+    QVERIFY2(!entries.contains(QStringLiteral("IsNull")), "the file does not say so");
+    QVERIFY(!entries.contains(QStringLiteral("UserProperties")));
     QCOMPARE(reading.scene.report.converted().size(), 1);
     QCOMPARE(reading.scene.report.converted().at(0).path, QStringLiteral("RootNode/Pump, total"));
 }
@@ -157,6 +159,7 @@ void TestImporterScene::readsWhatTheFileSaysOfItself()
     text.replace("<asset>", "<asset><contributor><author>Ada</author></contributor>");
     const Reading reading = readText("author.dae", text);
     QVERIFY2(reading.isRead, qPrintable(reading.error));
+    QVERIFY(!entriesOf(reading.scene, "Yard").contains(QStringLiteral("SourceAsset_Format")));
     QCOMPARE(entriesOf(reading.scene, "Yard").value(QStringLiteral("Author")).value,
              QVariant(QStringLiteral("Ada")));
 }

@@ -70,7 +70,8 @@ public:
     {
         QList<quint64> ids;
         for (const auto kind :
-             {nkObjectType::Node, nkObjectType::Camera, nkObjectType::Light, nkObjectType::Material})
+             {nkObjectType::Node, nkObjectType::Camera, nkObjectType::Light, nkObjectType::Sceneplate,
+              nkObjectType::Material, nkObjectType::MaterialGroup})
             ids += document().objects(kind);
         std::sort(ids.begin(), ids.end());
         return ids;

@@ -2,6 +2,8 @@
 
 #include "Fixtures.h"
 
+#include <algorithm>
+
 /// Thirty scene files with every JSON type on every kind of object, in different layouts.
 namespace SceneVariety {
 
@@ -36,10 +38,17 @@ inline QByteArrayList members(int variant)
                        R"("a.b":1)",
                        R"("a":{"b":2})",
                        R"("odd \"key\"\n<b>&%1":"\ud800")"};
-    // Another order and another choice each time.
+    // Another order and another choice each time, but never without one of each type.
     for (int i = 0; i < variant % all.size(); ++i)
         all.move(all.size() - 1, 0);
-    return variant % 3 == 0 ? all : all.mid(0, 6 + variant % 20);
+    QByteArrayList chosen = variant % 3 == 0 ? all : all.mid(0, 6 + variant % 20);
+    for (const char *type :
+         {"\"text\"", "\"int\"", "\"float\"", "\"yes\"", "\"tag\"", "\"list\"", "\"nested\""}) {
+        const auto isOfType = [type](const QByteArray &member) { return member.startsWith(type); };
+        if (std::none_of(chosen.cbegin(), chosen.cend(), isOfType))
+            chosen.append(*std::find_if(all.cbegin(), all.cend(), isOfType));
+    }
+    return chosen;
 }
 
 inline QByteArray extras(int variant)
@@ -57,11 +66,28 @@ inline QByteArray extras(int variant)
     }
 }
 
+/// An annex that makes the last node a sceneplate, puts a material into a group that has entries, and hides a node
+/// that was deleted.
+inline QByteArray annex()
+{
+    return R"("metadataEditor": {"version":1,"sets":{"format":"metadata-sets","version":1,"sets":[]},"assets":[],)"
+           R"("objects":[{"node":3,"name":"Bare","sceneplate":{"image":"sky.png","placement":"inFront"}},)"
+           R"({"group":0,"name":"Group","own":{"name":"","color":"#7f8c9b","entries":[)"
+           R"({"key":"text","type":"string","value":"oak"},{"key":"int","type":"integer","value":1},)"
+           R"({"key":"float","type":"float","value":1.5},{"key":"yes","type":"boolean","value":true},)"
+           R"({"key":"tag","type":"tag"},{"key":"list","type":"list","value":[1]}]}}],"assigned":[],)"
+           R"("materials":[{"group":"Group"},{"material":0,"name":"Paint","in":0},{"material":1,"name":"Plain"}],)"
+           R"("removed":[{"node":4,"name":"Gone"}]})";
+}
+
 /// The JSON text of one of the files.
 inline QByteArray json(int variant)
 {
     const auto with = [variant](int offset) { return "\"extras\": " + extras(variant + offset); };
-    const QByteArray bare = variant % 5 == 0 ? ",\"extras\":[1,2]" : variant % 5 == 1 ? ",\"extras\":{}" : "";
+    const bool hasAnnex = variant % 6 == 1;
+    const QByteArray bare = variant % 5 == 0   ? ",\"extras\":[1,2]"
+                            : variant % 5 == 1 ? ",\"extras\":{}"
+                                               : ',' + with(4);
     QByteArray text = "{\"asset\":{\"version\":\"2.0\",\"extras\":{\"mine\":1}},\n"
                       "  \"extensions\":{\"KHR_lights_punctual\":{\"lights\":[{\"type\":\"point\"}]}},\n"
                       "  \"cameras\":[{\"type\":\"perspective\",\"extras\":{\"lens\":1}}],\n"
@@ -75,12 +101,14 @@ inline QByteArray json(int variant)
                       + with(2)
                       + ",\"extensions\":{\"KHR_lights_punctual\":{\"light\":0}}},\n"
                         "    {\"name\":\"Bare\""
-                      + bare
-                      + "}],\n"
+                      + bare + '}' + (hasAnnex ? ",{\"name\":\"Gone\",\"extras\":{\"a\":1}}" : "")
+                      + "],\n"
                         "  \"materials\":[{"
                       + with(3) + ",\"name\":\"Paint\"},{\"name\":\"Plain\"}]";
     if (variant % 2 == 0)
         text += ",\n  \"extras\": {\"of the root\": [1, 2]}";
+    if (hasAnnex)
+        text += ",\n  \"scenes\":[{\"nodes\":[0]}],\n  \"extras\": {" + annex() + '}';
     return text + (variant % 3 == 0 ? "\n}\n" : "}");
 }
 

@@ -2,9 +2,9 @@
 #include "SceneVariety.h"
 #include "TestMain.h"
 
-#include <interchange/GlbContainer.h>
-#include <interchange/JsonReader.h>
-#include <interchange/JsonValue.h>
+#include <interchange/gltf/GlbContainer.h>
+#include <interchange/json/JsonReader.h>
+#include <interchange/json/JsonValue.h>
 
 #include <nkKernelServices/nkScopedUndo.h>
 
@@ -27,6 +27,8 @@ private Q_SLOTS:
     void undoingEveryEditGivesTheSameBytes();
     void oneEditChangesItsBytesAlone_data() { addFiles(); }
     void oneEditChangesItsBytesAlone();
+    void oneEditOfAGroupChangesTheAnnexAlone();
+    void everyKindHasEveryTypeInTheFiles();
     void savingAgainAndAgainKeepsWhatWasSaved_data() { addFiles(); }
     void savingAgainAndAgainKeepsWhatWasSaved();
     void everythingBehindTheTextOfABinaryFileStays();
@@ -142,7 +144,10 @@ void TestSceneSaving::oneEditChangesItsBytesAlone()
     for (int i = 0; i < entryCount; i += step) {
         QVERIFY(scene.openContent(content));
         nkdMetadataEntry entry = SavingFixture::allEntries().at(i);
-        const JsonSpan span = scene.source->entry(entry.getObjectId())->valueSpan;
+        const SceneSource::EntryOrigin *const origin = scene.source->entry(entry.getObjectId());
+        if (!origin)
+            continue; // of a group: it stands in the annex
+        const JsonSpan span = origin->valueSpan;
         entry.setValueType(T::String);
         entry.setValue(QStringLiteral("changed"));
         QString expected = SavingFixture::dump();
@@ -158,6 +163,43 @@ void TestSceneSaving::oneEditChangesItsBytesAlone()
         QVERIFY(scene.open(scene.path));
         QCOMPARE(SavingFixture::dump(), expected);
     }
+}
+
+void TestSceneSaving::oneEditOfAGroupChangesTheAnnexAlone()
+{
+    SavingFixture scene;
+    const QByteArray content = SceneVariety::json(1);
+    QVERIFY(scene.openContent(content));
+    SavingFixture::entry(QStringLiteral("Group"), QStringLiteral("text")).setValue(QStringLiteral("ash"));
+    const QString expected = SavingFixture::dump();
+    const QByteArray saved = scene.saved();
+    const int annex = content.indexOf("\"metadataEditor\"");
+    QCOMPARE(saved.left(annex), content.left(annex));
+    QVERIFY(saved.contains("\"ash\"") && !saved.contains("\"oak\""));
+    QVERIFY(scene.open(scene.path));
+    QCOMPARE(SavingFixture::dump(), expected);
+}
+
+/// Else the tests above would say less than they seem to.
+void TestSceneSaving::everyKindHasEveryTypeInTheFiles()
+{
+    QMap<nkObjectType, int> carriers;
+    for (int i = 0; i < SceneVariety::Count; ++i) {
+        SavingFixture scene;
+        QVERIFY(scene.openContent(SceneVariety::file(i)));
+        for (const quint64 id : SavingFixture::allObjects()) {
+            QSet<int> types;
+            for (const nkdMetadataEntry &entry : SavingFixture::ownSet(nkdObject(id)).getEntries().data())
+                types.insert(entry.isTag() ? int(T::Tag) : int(entry.getValueType()));
+            carriers[SavingFixture::document().typeOf(id)] += types.size() >= 6 ? 1 : 0;
+        }
+    }
+    QCOMPARE(carriers.size(), 6);
+    QVERIFY(carriers[nkObjectType::Camera] == SceneVariety::Count);
+    QVERIFY(carriers[nkObjectType::Light] == SceneVariety::Count);
+    QVERIFY(carriers[nkObjectType::Node] >= SceneVariety::Count);
+    QVERIFY(carriers[nkObjectType::Material] == SceneVariety::Count);
+    QVERIFY(carriers[nkObjectType::Sceneplate] > 0 && carriers[nkObjectType::MaterialGroup] > 0);
 }
 
 void TestSceneSaving::savingAgainAndAgainKeepsWhatWasSaved()

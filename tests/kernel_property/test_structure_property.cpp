@@ -109,7 +109,7 @@ public:
 
     void step()
     {
-        switch (pick(14)) {
+        switch (pick(15)) {
         case 0:
         case 1:
             return undoOrRedo(&Document::undo, -1);
@@ -131,7 +131,10 @@ public:
         case 8:
             addMetadata();
             break;
-        case 9: {
+        case 9:
+            removeMetadata();
+            break;
+        case 10: {
             const nkScopedUndo scope(true);
             move();
             create();
@@ -221,6 +224,19 @@ private:
             nkdMetadata(id).getObjectSet().createEntry(nkMetadataTypes::String);
             nkMetadataService::the().assignSets({nkdSceneObject(nkdObject(id))},
                                                 nkMetadataService::the().getAllSets());
+        }
+    }
+    void removeMetadata()
+    {
+        if (const quint64 id = any()) {
+            nkdMetadata(id).getObjectSet().getEntries().clear();
+        }
+        const QList<nkdMetadataSet> sets = nkMetadataService::the().getAllSets();
+        if (pick(4) == 0 && sets.size() > 1) {
+            nkMetadataService::the().deleteSets({sets.constLast()});
+        } else {
+            nkdMetadataSet set = nkMetadataService::the().createSet(QString(), {});
+            set.createEntry(nkMetadataTypes::Integer);
         }
     }
     void move()

@@ -14,6 +14,7 @@ private Q_SLOTS:
     void tellsListenersInOrder();
     void keepsLinesWithTheirLevel();
     void keepsTheNewestLinesOnly();
+    void handsOutNewLinesAlone();
     void mirrorsEveryLevelAsInformation();
     void neverMirrorsASecondLine();
     void mayBeCalledByItsListeners();
@@ -54,6 +55,22 @@ void TestLogService::keepsLinesWithTheirLevel()
     QVERIFY(lines.first().time.isValid());
     log.clear();
     QVERIFY(log.lines().isEmpty());
+}
+
+void TestLogService::handsOutNewLinesAlone()
+{
+    mute();
+    LogService log;
+    log.reportWarning(QStringLiteral("W"), QStringLiteral("one"));
+    const quint64 seen = log.lineCount();
+    QVERIFY(log.linesSince(seen).isEmpty());
+    log.reportWarning(QStringLiteral("W"), QStringLiteral("two"));
+    log.reportWarning(QStringLiteral("W"), QStringLiteral("three"));
+    QCOMPARE(log.linesSince(seen).size(), 2);
+    QCOMPARE(log.linesSince(seen).constFirst().text, QStringLiteral("two"));
+    log.clear();
+    QVERIFY(log.linesSince(seen).isEmpty()); // no longer kept
+    QVERIFY(log.linesSince(log.lineCount() + 5).isEmpty());
 }
 
 void TestLogService::keepsTheNewestLinesOnly()

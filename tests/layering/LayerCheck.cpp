@@ -12,8 +12,8 @@ namespace {
 const char *const roomFolders[] = {"host", "MetadataEditor", "workbench", "tests", "benchmarks"};
 
 /// Folders that some target of the project searches for includes.
-const char *const includeFolders[] = {"host",           "workbench",     "workbench/app",
-                                      "MetadataEditor", "tests/support", "benchmarks"};
+const char *const includeFolders[] = {"host",          "workbench",         "workbench/app", "MetadataEditor",
+                                      "tests/support", "tests/interchange", "benchmarks"};
 
 /// Code that the build makes beside the file that includes it.
 bool isGenerated(const QString &name)

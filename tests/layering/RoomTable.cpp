@@ -67,8 +67,7 @@ RoomTable RoomTable::ofProject()
 
         workbenchRoom("tests", "host workbench MetadataEditor benchmarks",
                       "QtCore QtGui QtWidgets QtTest QtSql"),
-        withLibrary(workbenchRoom("tests/importer", "workbench tests/support", "QtCore QtGui QtTest"),
-                    "assimp"),
+        withLibrary(workbenchRoom("tests/importer", "host workbench tests", "QtCore QtGui QtTest"), "assimp"),
         workbenchRoom("benchmarks", "host workbench MetadataEditor", "QtCore QtGui QtWidgets QtTest"),
     });
 }

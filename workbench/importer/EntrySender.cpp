@@ -4,6 +4,8 @@
 
 #include <interchange/importer/ImportLimits.h>
 
+#include <assimp/commonMetaData.h>
+
 #include <cstring>
 
 using namespace interchange;
@@ -60,6 +62,17 @@ void sendValue(const aiMetadataEntry &entry, FlatWriter &writer)
     }
 }
 
+/// What the library itself adds to the metadata of every scene, and to every node of some kinds of files.
+bool isOfLibrary(const aiMetadata &metadata, unsigned index)
+{
+    const std::string_view key = Sound::text(metadata.mKeys[index]);
+    const bool isFirst = index == 0 && key == "UserProperties" && metadata.mValues[0].mType == AI_AISTRING;
+    if (isFirst && metadata.mValues[0].mData)
+        return static_cast<const aiString *>(metadata.mValues[0].mData)->length == 0;
+    return key == AI_METADATA_SOURCE_FORMAT
+           || (index == 1 && key == "IsNull" && Sound::text(metadata.mKeys[0]) == "UserProperties");
+}
+
 } // namespace
 
 EntrySender::EntrySender(const std::vector<const aiMetadata *> &metadata)
@@ -77,7 +90,7 @@ void EntrySender::gather(const aiMetadata *metadata, const std::string &path, in
         const std::string key = path + std::string(Sound::text(metadata->mKeys[i]));
         if (entry.mType == AI_AIMETADATA)
             gather(static_cast<const aiMetadata *>(entry.mData), key + '.', depth + 1);
-        else if (entry.mData)
+        else if (entry.mData && !isOfLibrary(*metadata, i))
             m_entries.push_back({key, &entry});
     }
 }

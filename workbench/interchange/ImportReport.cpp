@@ -37,16 +37,48 @@ QString ImportReport::text(ImportReason reason)
         return tr("sets and assignments cannot be read here and stay as they are");
     case ImportReason::UnknownObject:
         return tr("its sets and types belong to an object that is not in the file any more");
-    case ImportReason::InvalidText:
-        return tr("text that is no UTF-8, shown with replacement characters");
-    case ImportReason::CutText:
-        return tr("a long text, cut after 1,023 bytes");
-    case ImportReason::RenamedKey:
-        return tr("its key is empty or comes twice, and was made unique");
-    case ImportReason::OutsideFolder:
-        return tr("a file outside of the scene's folder, not read");
+    default:
+        return textOfForeign(reason);
     }
-    return QString();
+}
+
+/// The reasons of files that are never written.
+QString ImportReport::textOfForeign(ImportReason reason)
+{
+    switch (reason) {
+    case ImportReason::UnknownLogical:
+        return tr("neither true nor false, kept as the text “unknown”");
+    case ImportReason::BrokenRecord:
+        return tr("a damaged record");
+    case ImportReason::DoubledRecord:
+        return tr("an earlier record has the same number, and that one counts");
+    case ImportReason::DoubledProperty:
+        return tr("an earlier property has the same name, and that one counts");
+    case ImportReason::UnreadableProperty:
+        return tr("a table, a reference or another property that is more than a value");
+    case ImportReason::UnassignedSet:
+        return tr("a set that no object has");
+    case ImportReason::MissingRecord:
+        return tr("a record that the file speaks of and does not have");
+    case ImportReason::SecondPlace:
+        return tr("an object that the file places twice, shown at its first place");
+    case ImportReason::LoopInTree:
+        return tr("objects that stand below each other in a ring, shown below the first of them");
+    case ImportReason::TooDeepInTree:
+        return tr("an object too many levels below others, shown at the top level");
+    case ImportReason::DoubledIdentifier:
+        return tr("another object has the same identifier");
+    case ImportReason::OtherSchema:
+        return tr("another schema than IFC2x3, read as far as it is the same");
+    case ImportReason::NewObject:
+        return tr("new in the file since its metadata was saved; it has the metadata of the file");
+    case ImportReason::GoneObject:
+        return tr("saved metadata of an object that is not in the file any more; it is kept in the sidecar");
+    case ImportReason::ForeignSidecar:
+        return tr("the saved metadata cannot be read and stays as it is");
+    default:
+        return QString();
+    }
 }
 
 QString ImportReport::text(const Item &item)

@@ -25,7 +25,22 @@ enum class ImportReason : quint8 {
     InvalidText,      ///< converted: bytes that are no UTF-8 became U+FFFD
     CutText,          ///< converted: a text longer than the importer keeps
     RenamedKey,       ///< converted: a key was empty or came twice in its object
-    OutsideFolder     ///< refused: the file refers to another one that is not in its folder
+    OutsideFolder,    ///< refused: the file refers to another one that is not in its folder
+    UnknownLogical,     ///< converted: a logical value that is neither true nor false became text
+    BrokenRecord,       ///< untouched: a record of the file is damaged
+    DoubledRecord,      ///< untouched: an earlier record has the same number
+    DoubledProperty,    ///< untouched: an earlier property of the set or the object has the same key
+    UnreadableProperty, ///< untouched: a table, a reference or something else that is no entry
+    UnassignedSet,      ///< untouched: no object has the set
+    MissingRecord,      ///< the file speaks of a record that it does not have
+    SecondPlace,        ///< the file places an object a second time
+    LoopInTree,         ///< objects stand below each other in a ring
+    TooDeepInTree,      ///< an object stands too many levels below others; it is shown at the top level
+    DoubledIdentifier,  ///< objects have the same identifier
+    OtherSchema,        ///< the file follows another schema than the one that is known
+    NewObject,          ///< the sidecar does not know an object; it has the metadata of its file
+    GoneObject,    ///< refused: the sidecar speaks of an object that the file does not have; it is kept there
+    ForeignSidecar ///< refused: the sidecar cannot be read; it stays as it is
 };
 
 /// What came of the metadata of a file: how many entries were read as they stand, which values were converted,
@@ -37,7 +52,7 @@ class ImportReport
 public:
     struct Item
     {
-        QString path; ///< JSON path of the value
+        QString path; ///< JSON path of the value; in IFC the record's number and the property's name
         ImportReason reason;
         QString detail; ///< what exactly; mostly empty
     };
@@ -79,6 +94,8 @@ public:
     QString details(int limit) const;
 
 private:
+    static QString textOfForeign(ImportReason reason);
+
     int m_keptCount = 0;
     QVector<Item> m_converted;
     QVector<Item> m_untouched;

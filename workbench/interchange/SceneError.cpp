@@ -1,22 +1,9 @@
 #include <interchange/SceneError.h>
 
-#include <interchange/JsonValue.h>
+#include <interchange/json/JsonPath.h>
+#include <interchange/json/JsonValue.h>
 
 namespace interchange {
-
-namespace {
-
-// A path through deeply nested extras can be as long as the file; a message shows its two ends.
-constexpr int LongestPath = 160;
-
-QString shortened(const QString &path)
-{
-    if (path.size() <= LongestPath)
-        return path;
-    return path.left(LongestPath / 2) + QStringLiteral(" … ") + path.right(LongestPath / 2);
-}
-
-} // namespace
 
 SceneError SceneError::ofFile(const QString &reason, const QString &advice)
 {
@@ -75,7 +62,7 @@ QString SceneError::placeText() const
         return tr("at byte %1").arg(m_offset);
     return tr("line %1, column %2, byte %3, at %4")
         .arg(QString::number(m_line), QString::number(m_column), QString::number(m_offset),
-             shortened(m_path));
+             JsonPath::shortened(m_path));
 }
 
 } // namespace interchange

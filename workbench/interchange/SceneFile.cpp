@@ -1,13 +1,16 @@
 #include <interchange/SceneFile.h>
 
-#include <interchange/GlbContainer.h>
-#include <interchange/GltfAnnexMaker.h>
-#include <interchange/GltfAnnexReader.h>
-#include <interchange/GltfAnnexText.h>
-#include <interchange/GltfReader.h>
-#include <interchange/JsonPath.h>
-#include <interchange/SceneImporter.h>
 #include <interchange/SceneSaver.h>
+#include <interchange/foreign/ForeignOpener.h>
+#include <interchange/foreign/ForeignReaders.h>
+#include <interchange/foreign/ForeignSaver.h>
+#include <interchange/gltf/GlbContainer.h>
+#include <interchange/gltf/GltfAnnexMaker.h>
+#include <interchange/gltf/GltfAnnexReader.h>
+#include <interchange/gltf/GltfAnnexText.h>
+#include <interchange/gltf/GltfReader.h>
+#include <interchange/gltf/SceneImporter.h>
+#include <interchange/json/JsonPath.h>
 
 #include <kernel/services/Progress.h>
 
@@ -40,11 +43,11 @@ bool mayBeJsonObject(const QByteArray &firstBytes)
 bool isOtherFormat(const QString &suffix)
 {
     static const QStringList known{QStringLiteral("3ds"),  QStringLiteral("3mf"),  QStringLiteral("abc"),
-                                   QStringLiteral("dae"),  QStringLiteral("fbx"),  QStringLiteral("ifc"),
-                                   QStringLiteral("iges"), QStringLiteral("obj"),  QStringLiteral("ply"),
-                                   QStringLiteral("step"), QStringLiteral("stl"),  QStringLiteral("stp"),
-                                   QStringLiteral("usd"),  QStringLiteral("usda"), QStringLiteral("usdz"),
-                                   QStringLiteral("wrl"),  QStringLiteral("x"),    QStringLiteral("x3d")};
+                                   QStringLiteral("dae"),  QStringLiteral("fbx"),  QStringLiteral("iges"),
+                                   QStringLiteral("obj"),  QStringLiteral("ply"),  QStringLiteral("step"),
+                                   QStringLiteral("stl"),  QStringLiteral("stp"),  QStringLiteral("usd"),
+                                   QStringLiteral("usda"), QStringLiteral("usdz"), QStringLiteral("wrl"),
+                                   QStringLiteral("x"),    QStringLiteral("x3d")};
     return known.contains(suffix, Qt::CaseInsensitive);
 }
 
@@ -69,6 +72,8 @@ SceneFile::Result SceneFile::open()
 {
     Result result;
     kernel::Progress progress(tr("Opening “%1”").arg(QFileInfo(m_source->filePath).fileName()));
+    if (const auto reader = foreignReader())
+        return ForeignOpener(m_source->filePath, *reader).open(progress);
     if (read(progress) && !SceneImporter(m_scene, m_annex, *m_source).import())
         failFile(tr("a change to the present scene is not finished"),
                  tr("finish it and open the file again"));
@@ -83,6 +88,19 @@ SceneFile::Result SceneFile::open()
     result.report = m_scene.report;
     result.source = m_source;
     return result;
+}
+
+/// Null for what is glTF by its content, for what nobody reads, and where there is no file to look into.
+std::unique_ptr<ForeignReader> SceneFile::foreignReader() const
+{
+    const QFileInfo info(m_source->filePath);
+    QFile file(m_source->filePath);
+    if (!info.isFile() || !file.open(QIODevice::ReadOnly))
+        return nullptr;
+    const QByteArray firstBytes = file.peek(4096);
+    if (firstBytes.isEmpty() || GlbContainer::isGlb(firstBytes) || mayBeJsonObject(firstBytes))
+        return nullptr;
+    return ForeignReaders::readerFor(info.suffix().toLower(), firstBytes);
 }
 
 bool SceneFile::read(kernel::Progress &progress)
@@ -132,7 +150,12 @@ SceneFile::Saved SceneFile::save(const QString &path, const std::shared_ptr<cons
                                  IfChanged ifChanged)
 {
     const auto from = source ? source : SceneSource::blank();
-    return SceneSaver(QFileInfo(path).absoluteFilePath(), *from).save(ifChanged);
+    const QString target = QFileInfo(path).absoluteFilePath();
+    if (from->foreign)
+        return ForeignSaver(target, *from).save(ifChanged);
+    Saved saved = SceneSaver(target, *from).save(ifChanged);
+    saved.file = target;
+    return saved;
 }
 
 bool SceneFile::readJson(QByteArray &json)

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <interchange/GltfAnnex.h>
-#include <interchange/GltfScene.h>
 #include <interchange/SceneError.h>
 #include <interchange/SceneSource.h>
+#include <interchange/gltf/GltfAnnex.h>
+#include <interchange/gltf/GltfScene.h>
 
 #include <QCoreApplication>
 #include <QStringList>
@@ -17,6 +17,10 @@ QT_END_NAMESPACE
 namespace kernel {
 class Progress;
 } // namespace kernel
+
+namespace interchange {
+class ForeignReader;
+} // namespace interchange
 
 /// Opening and saving scene files: the door through which the rest of the workbench comes to this room.
 class SceneFile
@@ -52,6 +56,8 @@ public:
         QString error;
         /// Where everything stands in the file now; null unless it was saved.
         std::shared_ptr<const interchange::SceneSource> source;
+        /// The file that was to be written: the scene's, or the sidecar of one whose file is never written.
+        QString file;
         /// Files beside the old one that the scene refers to and that do not go with it into another folder.
         QStringList leftBehind;
     };
@@ -59,14 +65,17 @@ public:
     /// What to do with a file that somebody else has changed since it was read.
     enum class IfChanged { Refuse, Overwrite };
 
-    /// Opens a glTF 2.0 scene, text (.gltf) or binary (.glb), told apart by content, in place of the present scene.
+    /// Opens a scene in place of the present one: glTF 2.0, text or binary, told apart by content, else what the first
+    /// of the ForeignReaders that is for it makes of it, with the metadata of the sidecar beside it.
     /// The whole file is read and checked before the document is touched: where anything is wrong, the scene that was
     /// open stays as it is. Files that the scene refers to (geometry, images) are not opened.
     /// @param path absolute, or relative to the working directory
     static Result open(const QString &path);
 
-    /// Writes the open scene to a file: the text it was read from with the changes that were made since, and not a
-    /// byte else. The file is replaced in one go once all of it is on the disk and was read back.
+    /// Writes the open scene to a file, of glTF: the text it was read from with the changes that were made since, and not a
+    /// byte else. The file is replaced in one go once all of it is on the disk and was read back. Of other kinds the
+    /// sidecar is written in the same way, where there is anything to say, and never the file itself; another path
+    /// makes a copy of the file.
     /// @param path absolute; another one than the source's is a copy, which takes the place of whatever is there. A
     ///        name that ends in ".glb" makes a binary file; one that does not keeps the kind of the source
     /// @param source where the scene was opened from or saved to last; null for a scene without a file
@@ -77,6 +86,7 @@ private:
     explicit SceneFile(const QString &path);
 
     Result open();
+    std::unique_ptr<interchange::ForeignReader> foreignReader() const;
     bool read(kernel::Progress &progress);
     void readAnnex();
     void noteAnnex();

@@ -1,25 +1,23 @@
 #include <interchange/SceneSaver.h>
 
-#include <interchange/GlbContainer.h>
-#include <interchange/GltfWriter.h>
-#include <interchange/JsonReader.h>
+#include <interchange/gltf/GlbContainer.h>
+#include <interchange/gltf/GltfWriter.h>
+#include <interchange/json/JsonReader.h>
 
-#include <kernel/services/FileCalls.h>
+#include <kernel/services/SaveTarget.h>
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QUrl>
 
-#include <cerrno>
+#include <cstring>
 #include <limits>
-#include <unistd.h>
 
 namespace interchange {
 
 namespace {
 
-constexpr mode_t AnyWriteBit = 0222;
 constexpr int CopyAtOnce = 1 << 20;
 
 bool isGlbName(const QString &path)
@@ -30,6 +28,22 @@ bool isGlbName(const QString &path)
 bool isSameFile(const QString &path, const QString &other)
 {
     return !other.isEmpty() && (path == other || QFileInfo(path) == QFileInfo(other));
+}
+
+/// Whether the rest of the file is this, without having all of it in memory at once.
+bool holds(QFile &file, const QByteArray &content)
+{
+    QByteArray piece(CopyAtOnce, Qt::Uninitialized);
+    qint64 at = 0;
+    for (;;) {
+        const qint64 size = file.read(piece.data(), piece.size());
+        if (size <= 0)
+            return size == 0 && at == content.size();
+        if (at + size > content.size()
+            || std::memcmp(piece.constData(), content.constData() + at, size_t(size)) != 0)
+            return false;
+        at += size;
+    }
 }
 
 FileHash hashOfFile(const QString &path)
@@ -76,18 +90,10 @@ bool SceneSaver::checkKind()
     return true;
 }
 
-/// Renaming over a file asks nobody whether the file may be written.
 bool SceneSaver::checkTarget()
 {
-    struct stat present = {};
-    const QByteArray path = QFile::encodeName(m_path);
-    if (kernel::FileCalls::the().stat(path.constData(), &present) != 0)
-        return errno == ENOENT || failSystem(kernel::OpenFile::systemError());
-    if (!S_ISREG(present.st_mode))
-        return fail(tr("there is something of this name that is no regular file"), tr("choose another name"));
-    if ((present.st_mode & AnyWriteBit) == 0 || kernel::FileCalls::the().access(path.constData(), W_OK) != 0)
-        return fail(tr("the file is read-only"), tr("choose another name or allow writing to it"));
-    return true;
+    const kernel::SaveTarget target(m_path);
+    return target.isWritable() || fail(target.reason(), target.advice());
 }
 
 /// A file that is gone can be written again; nobody's work is lost.
@@ -176,7 +182,7 @@ bool SceneSaver::readBack()
     QFile file(m_file.temporaryPath());
     if (!file.open(QIODevice::ReadOnly))
         return failSystem(file.errorString());
-    const bool isWhole = m_isBinary ? readBackBinary(file) : file.readAll() == m_json;
+    const bool isWhole = m_isBinary ? readBackBinary(file) : holds(file, m_json);
     return isWhole || failSystem(tr("the disk holds something else than was written"));
 }
 
@@ -212,7 +218,9 @@ void SceneSaver::noteFile()
     m_written->filePath = m_path;
     m_written->isBinary = m_isBinary;
     m_written->jsonOffset = m_isBinary ? GlbContainer::HeaderSize + GlbContainer::ChunkHeaderSize : 0;
-    m_written->hash = hashOfFile(m_path);
+    // What was read back is known; the rest of a binary file is not held in memory.
+    m_written->hash = m_isBinary ? hashOfFile(m_path)
+                                 : FileHash::of({m_json.constData(), size_t(m_json.size())});
     if (!m_isBinary)
         return;
     m_written->restOffset = m_restOffset;
@@ -242,9 +250,7 @@ QStringList SceneSaver::filesLeftBehind() const
 
 bool SceneSaver::failSystem(const QString &reason)
 {
-    return fail(reason,
-                tr("check that its folder is there and may be written to, and that the disk has room, "
-                   "then save again"));
+    return fail(reason, kernel::SaveTarget::systemAdvice());
 }
 
 bool SceneSaver::fail(const QString &reason, const QString &advice)

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <interchange/ExtrasEntry.h>
 #include <interchange/FileHash.h>
-#include <interchange/JsonSpan.h>
+#include <interchange/gltf/ExtrasEntry.h>
+#include <interchange/json/JsonSpan.h>
 
 #include <QByteArray>
 #include <QString>
@@ -16,6 +16,7 @@ QT_END_NAMESPACE
 
 namespace interchange {
 
+struct ForeignOrigin;
 struct GltfScene;
 struct SceneGeometry;
 
@@ -46,6 +47,8 @@ public:
         bool isMade = false;
         /// It was deleted when the text was read or written.
         bool isGone = false;
+        /// Its extras say all of its entries: the annex needs to say nothing about them.
+        bool isPlain = false;
     };
 
     /// An object that stands in the file and has been deleted from the scene: saving leaves it where others may
@@ -118,6 +121,10 @@ public:
 
     /// What can be drawn, where reading the scene brought it along (files of other kinds than glTF); else null.
     std::shared_ptr<const SceneGeometry> geometry;
+
+    /// Of a scene whose file is never written, and whose metadata stands in a sidecar: all that saving needs beside
+    /// the objects here, whose spans are empty then. Null for glTF.
+    std::shared_ptr<const ForeignOrigin> foreign;
 
     void reserve(size_t objectCount, size_t entryCount);
     /// The next object; ids ascend.

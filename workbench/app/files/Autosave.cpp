@@ -112,8 +112,7 @@ bool Autosave::writeCopy()
 QString Autosave::suffix() const
 {
     const auto source = m_session->source();
-    const bool isOther = source && source->geometry;
-    return isOther                 ? QFileInfo(source->filePath).suffix()
+    return m_session->isForeign()  ? QFileInfo(source->filePath).suffix()
            : m_session->isBinary() ? QStringLiteral("glb")
                                    : QStringLiteral("gltf");
 }
@@ -126,7 +125,7 @@ QByteArray Autosave::fileHash()
     if (m_session->isRecovered()) {
         return m_slot->note().fileHash;
     }
-    if (!source || source->geometry || m_session->path().isEmpty()) {
+    if (!source || source->foreign || m_session->path().isEmpty()) {
         return QByteArray();
     }
     if (m_hashedSource.lock() != source) {

@@ -69,7 +69,9 @@ bool FileCommands::save()
 bool FileCommands::saveAs()
 {
     QNKViewBase::commitOpenEditors();
-    const QString path = FileQuestions::fileToSave(m_window, suggestedPath(), m_session->isBinary());
+    const QString path = m_session->isForeign()
+                             ? FileQuestions::fileToCopyTo(m_window, suggestedPath())
+                             : FileQuestions::fileToSave(m_window, suggestedPath(), m_session->isBinary());
     return !path.isEmpty() && saveTo(path);
 }
 
@@ -78,7 +80,7 @@ bool FileCommands::saveTo(const QString &path)
     const SceneFile::Saved saved = m_session->save(path);
     switch (saved.outcome) {
     case SceneFile::Saved::ChangedElsewhere:
-        return overwriteOrSaveAs(path);
+        return overwriteOrSaveAs(path, saved.file);
     case SceneFile::Saved::Cancelled:
         return false;
     case SceneFile::Saved::Failed:
@@ -97,9 +99,9 @@ bool FileCommands::saveTo(const QString &path)
     return true;
 }
 
-bool FileCommands::overwriteOrSaveAs(const QString &path)
+bool FileCommands::overwriteOrSaveAs(const QString &path, const QString &changedFile)
 {
-    switch (FileQuestions::overwriteChanged(m_window, QFileInfo(path).fileName())) {
+    switch (FileQuestions::overwriteChanged(m_window, QFileInfo(changedFile).fileName())) {
     case Answer::SaveAs:
         return saveAs();
     case Answer::Overwrite: {

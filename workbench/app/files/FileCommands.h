@@ -31,7 +31,7 @@ public:
 
 private:
     bool saveTo(const QString &path);
-    bool overwriteOrSaveAs(const QString &path);
+    bool overwriteOrSaveAs(const QString &path, const QString &changedFile);
     QString suggestedPath() const;
     QString folder() const;
 

@@ -1,5 +1,7 @@
 #include "FileQuestions.h"
 
+#include <interchange/foreign/ForeignReaders.h>
+
 #include <QCoreApplication>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -31,9 +33,40 @@ public:
     }
 };
 
-QString sceneFilter()
+QString filter(const QString &name, const QStringList &suffixes)
 {
-    return tr("3D scenes (*.gltf *.glb)") + QStringLiteral(";;") + tr("All files (*)");
+    return QStringLiteral("%1 (*.%2)").arg(name, suffixes.join(QLatin1String(" *.")));
+}
+
+/// All kinds at once, and each of them.
+QString sceneFilters()
+{
+    QStringList suffixes{QStringLiteral("gltf"), QStringLiteral("glb")};
+    QStringList filters{filter(tr("glTF"), suffixes)};
+    for (const auto &kind : interchange::ForeignReaders::kinds()) {
+        filters.append(filter(kind.name, kind.suffixes));
+        suffixes += kind.suffixes;
+    }
+    filters.prepend(filter(tr("3D scenes"), suffixes));
+    filters.append(tr("All files (*)"));
+    return filters.join(QStringLiteral(";;"));
+}
+
+/// What files with this suffix are called.
+QString kindOf(const QString &suffix)
+{
+    for (const auto &kind : interchange::ForeignReaders::kinds()) {
+        if (kind.suffixes.contains(suffix, Qt::CaseInsensitive)) {
+            return kind.name;
+        }
+    }
+    return tr("The same kind");
+}
+
+QString chosenFile(QFileDialog &dialog)
+{
+    const bool isChosen = dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty();
+    return isChosen ? dialog.selectedFiles().constFirst() : QString();
 }
 
 } // namespace
@@ -111,7 +144,9 @@ void tellLeftBehind(QWidget *window, const QStringList &files)
 
 QString fileToOpen(QWidget *window, const QString &folder)
 {
-    return QFileDialog::getOpenFileName(window, tr("Open Scene"), folder, sceneFilter());
+    // Dozens of suffixes make no readable list.
+    return QFileDialog::getOpenFileName(window, tr("Open Scene"), folder, sceneFilters(), nullptr,
+                                        QFileDialog::HideNameFilterDetails);
 }
 
 QString fileToSave(QWidget *window, const QString &path, bool isBinary)
@@ -127,10 +162,20 @@ QString fileToSave(QWidget *window, const QString &path, bool isBinary)
             dialog.setDefaultSuffix(filter == binary ? QStringLiteral("glb") : QStringLiteral("gltf"));
         });
     dialog.selectFile(QFileInfo(path).fileName());
-    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) {
-        return QString();
+    return chosenFile(dialog);
+}
+
+QString fileToCopyTo(QWidget *window, const QString &path)
+{
+    const QString suffix = QFileInfo(path).suffix();
+    QFileDialog dialog(window, tr("Save Scene As"), QFileInfo(path).absolutePath());
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    if (!suffix.isEmpty()) {
+        dialog.setNameFilter(filter(kindOf(suffix), {suffix}));
+        dialog.setDefaultSuffix(suffix);
     }
-    return dialog.selectedFiles().constFirst();
+    dialog.selectFile(QFileInfo(path).fileName());
+    return chosenFile(dialog);
 }
 
 } // namespace FileQuestions

@@ -28,4 +28,7 @@ QString fileToOpen(QWidget *window, const QString &folder);
 /// @param path what to suggest; @param isBinary only binary files can be made of the scene
 QString fileToSave(QWidget *window, const QString &path, bool isBinary);
 
+/// Where to copy a scene to whose file is never written; a copy is of the same kind. Likewise.
+QString fileToCopyTo(QWidget *window, const QString &path);
+
 } // namespace FileQuestions

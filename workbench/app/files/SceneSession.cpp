@@ -46,6 +46,11 @@ bool SceneSession::isBinary() const
     return m_source && m_source->isBinary;
 }
 
+bool SceneSession::isForeign() const
+{
+    return m_source && m_source->foreign;
+}
+
 QString SceneSession::open(const QString &path)
 {
     const SceneFile::Result result = SceneFile::open(path);
@@ -119,8 +124,7 @@ QString SceneSession::backUp(const QString &path, SceneFile::IfChanged ifChanged
     const bool isReplaced = path != m_path || ifChanged == SceneFile::IfChanged::Overwrite
                             || (isModified() && isFileAsRead(path));
     // Files of other kinds than glTF are never written.
-    const bool isWritten = !m_source || !m_source->geometry;
-    if (Options::backup.value() == 0 || !isReplaced || !isWritten || !QFileInfo(path).isFile()) {
+    if (Options::backup.value() == 0 || !isReplaced || isForeign() || !QFileInfo(path).isFile()) {
         return QString();
     }
     const QString error = BackupCopy::make(path);

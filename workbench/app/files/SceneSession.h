@@ -24,6 +24,8 @@ public:
     bool isModified() const;
     /// Whether the scene is a binary one, so that a copy has to be one, too.
     bool isBinary() const;
+    /// Whether the scene is of a kind whose file is never written: its metadata stands beside it.
+    bool isForeign() const;
 
     /// Opens a scene in place of the present one; where that fails, the present one stays.
     /// @return empty, also where the person cancelled; else one sentence that says what failed, where, what to do

@@ -51,9 +51,9 @@ void LogPanel::createView()
     m_view->setSelectionMode(QAbstractItemView::ExtendedSelection);
     m_view->setModel(m_filter);
     const int letter = fontMetrics().averageCharWidth();
-    m_view->header()->resizeSection(LogModel::Level, 18 * letter);
-    m_view->header()->resizeSection(LogModel::Time, 12 * letter);
-    m_view->header()->resizeSection(LogModel::Source, 22 * letter);
+    m_view->header()->resizeSection(LogModel::Level, 16 * letter);
+    m_view->header()->resizeSection(LogModel::Time, 11 * letter);
+    m_view->header()->resizeSection(LogModel::Source, 15 * letter);
     setFocusProxy(m_view);
 }
 

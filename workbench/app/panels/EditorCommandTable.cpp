@@ -36,12 +36,12 @@ const QVector<Entry> &entries()
 {
     static const QVector<Entry> table{
         {inMaterials, C::NewMaterial, "newMaterial", TEXT("New Ma&terial"),
-         TEXT("Create a material behind the current one, or in the current group"), "NewMaterial", "General",
-         0, onBar},
+         TEXT("Create a material behind the selected one, or in the selected group"), "NewMaterial",
+         "General", 0, onBar},
         {inScenegraph, C::NewGroup, "newGroup", TEXT("New &Group"),
-         TEXT("Create an empty group behind the current object"), "NewGroup", "General", 0, onBar},
+         TEXT("Create an empty group behind the selected object"), "NewGroup", "General", 0, onBar},
         {inMaterials, C::NewGroup, "newGroup", TEXT("New &Group"),
-         TEXT("Create an empty group behind the current material"), "NewMaterialGroup", "General", 0, onBar},
+         TEXT("Create an empty group behind the selected material"), "NewMaterialGroup", "General", 0, onBar},
         {inCameras, C::NewCamera, "newCamera", TEXT("New &Camera"), TEXT("Create a camera"), "NewCamera",
          "General", 0, onBar},
         {inLights, C::NewLight, "newLight", TEXT("New &Light"), TEXT("Create a light"), "NewLight", "General",

@@ -19,6 +19,8 @@
 #include <QMenu>
 #include <QSet>
 
+#include <algorithm>
+
 using kernel::Document;
 using kernel::SceneplatePlacement;
 
@@ -56,8 +58,6 @@ EditorCommands::EditorCommands(EditorPanel *panel)
     for (const EditorCommandRow &row : qAsConst(m_rows)) {
         m_actions.insert(row.command, makeAction(row));
     }
-    connect(panel->view()->selectionModel(), &QItemSelectionModel::selectionChanged, this,
-            &EditorCommands::update);
     connect(panel->view()->selectionModel(), &QItemSelectionModel::currentChanged, this,
             &EditorCommands::update);
     connect(panel->model(), &QAbstractItemModel::dataChanged, this, &EditorCommands::update);
@@ -108,9 +108,21 @@ void EditorCommands::fillMenu(QMenu *menu) const
     }
 }
 
+/// What a search hides stays selected; a command leaves it alone.
+QList<quint64> EditorCommands::chosen() const
+{
+    QList<quint64> ids = m_panel->selectedObjects();
+    const SceneObjectModel *model = m_panel->model();
+    if (model->isSearching()) {
+        const auto isHidden = [model](quint64 id) { return !model->indexOf(id).isValid(); };
+        ids.erase(std::remove_if(ids.begin(), ids.end(), isHidden), ids.end());
+    }
+    return ids;
+}
+
 void EditorCommands::update()
 {
-    const QList<quint64> ids = m_panel->selectedObjects();
+    const QList<quint64> ids = chosen();
     const quint64 current = m_panel->model()->idOf(m_panel->view()->currentIndex());
     const auto enable = [this](EditorCommand command, bool on) {
         if (QAction *one = action(command)) {
@@ -136,7 +148,7 @@ void EditorCommands::update()
 void EditorCommands::run(EditorCommand command)
 {
     QNKViewBase::commitOpenEditors();
-    const QList<quint64> ids = m_panel->selectedObjects();
+    const QList<quint64> ids = chosen();
     switch (command) {
     case EditorCommand::NewGroup:
         return create(groupType());
@@ -180,9 +192,11 @@ nkObjectType EditorCommands::groupType() const
 void EditorCommands::create(nkObjectType type)
 {
     // In lists, which show one kind out of the whole tree, the new one comes at the end.
-    const quint64 near = m_panel->model()->isTree() ? m_panel->model()->idOf(m_panel->view()->currentIndex())
-                                                    : 0;
-    finish(SceneEditing::create(type, near), true);
+    // A view with the focus has a current row, whether or not a person has chosen it.
+    const QList<quint64> ids = chosen();
+    const quint64 current = m_panel->model()->idOf(m_panel->view()->currentIndex());
+    const quint64 near = ids.contains(current) ? current : ids.value(ids.size() - 1);
+    finish(SceneEditing::create(type, m_panel->model()->isTree() ? near : 0), true);
 }
 
 void EditorCommands::createSceneplate()
@@ -212,7 +226,7 @@ void EditorCommands::chooseImage()
 
 void EditorCommands::setInFront(bool on)
 {
-    const QList<quint64> ids = m_panel->selectedObjects();
+    const QList<quint64> ids = chosen();
     const auto locked = std::find_if(ids.cbegin(), ids.cend(), &isLocked);
     if (locked == ids.cend()) {
         const nkScopedMultiCommand command(
@@ -229,7 +243,7 @@ void EditorCommands::setInFront(bool on)
 
 void EditorCommands::moveTo()
 {
-    const QList<quint64> ids = SceneEditing::topmost(m_panel->selectedObjects());
+    const QList<quint64> ids = SceneEditing::topmost(chosen());
     MoveTargetDialog dialog(m_panel->module(), ids, m_panel->window());
     if (dialog.exec() == QDialog::Accepted) {
         move(ids, dialog.target(), -1);
@@ -244,7 +258,7 @@ void EditorCommands::move(const QList<quint64> &ids, quint64 parentId, int posit
 
 void EditorCommands::remove()
 {
-    const QList<quint64> ids = m_panel->selectedObjects();
+    const QList<quint64> ids = chosen();
     const quint64 next = nextAfterRemoval(ids);
     bool isDone = false;
     const SceneEditing::Outcome outcome = SceneEditing::remove(ids, &isDone);

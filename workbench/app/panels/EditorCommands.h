@@ -28,13 +28,14 @@ public:
     QList<QAction *> toolBarActions() const;
     /// All of them, in groups.
     void fillMenu(QMenu *menu) const;
-    /// Enables what can be done with the present selection.
+    /// Enables what can be done with the present selection; the panel calls it when that has changed.
     void update();
     /// Carries out what a person has asked for by a drop.
     void move(const QList<quint64> &ids, quint64 parentId, int position);
 
 private:
     QAction *makeAction(const EditorCommandRow &row);
+    QList<quint64> chosen() const;
     void run(EditorCommand command);
     void create(nkObjectType type);
     void createSceneplate();

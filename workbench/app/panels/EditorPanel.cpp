@@ -118,6 +118,7 @@ void EditorPanel::connectSelections()
         if (!m_pushing) {
             pull(reveal);
         }
+        m_commands->update();
     });
 }
 
@@ -196,6 +197,7 @@ void EditorPanel::pull(Reveal reveal)
 void EditorPanel::selectObjects(const QList<quint64> &ids)
 {
     select(ids);
+    pull(Reveal::Never);
     const QModelIndex first = m_model->indexOf(ids.value(0));
     if (first.isValid()) {
         m_view->setCurrentQuietly(first);

@@ -4,6 +4,7 @@
 #include "interchange/geometry/GltfGeometryReader.h"
 
 #include <QThread>
+#include <QTimer>
 
 using interchange::GltfGeometryReader;
 using interchange::SceneGeometry;
@@ -34,15 +35,18 @@ void GeometryLoader::load(const std::shared_ptr<const SceneSource> &source)
     if (!source) {
         return;
     }
-    if (source->geometry) {
-        Q_EMIT loaded(source->geometry);
+    m_job = std::make_shared<Job>();
+    // A scene of another kind than glTF has no text to read, and need not have brought anything.
+    if (source->geometry || source->json.isEmpty()) {
+        // Opening a scene does not wait for its picture.
+        m_job->geometry = source->geometry ? source->geometry : std::make_shared<const SceneGeometry>();
+        QTimer::singleShot(0, this, [this, job = m_job] { take(job); });
         return;
     }
-    m_job = std::make_shared<Job>();
     QThread *thread = QThread::create([job = m_job, source] {
         GltfGeometryReader reader(*source);
         reader.setGoOn([job] { return !job->isCancelled; });
-        job->geometry = std::make_shared<SceneGeometry>(reader.read());
+        job->geometry = std::make_shared<const SceneGeometry>(reader.read());
     });
     m_threads.append(thread);
     connect(thread, &QThread::finished, this, [this, thread, job = m_job] {

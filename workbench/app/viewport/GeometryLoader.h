@@ -23,8 +23,8 @@ public:
     /// Waits for what is being read, which ends early.
     ~GeometryLoader() override;
 
-    /// Begins to read; what was asked for before is forgotten. Where the source has brought its geometry along, it is
-    /// told before this returns. @param source null: nothing
+    /// Begins to read; what was asked for before is forgotten. Told from the event loop, also where the source
+    /// has brought its geometry along. @param source null: nothing
     void load(const std::shared_ptr<const interchange::SceneSource> &source);
     bool isLoading() const { return m_job != nullptr; }
 
@@ -36,7 +36,7 @@ private:
     struct Job
     {
         std::atomic<bool> isCancelled{false};
-        std::shared_ptr<interchange::SceneGeometry> geometry;
+        Geometry geometry;
     };
 
     void forget();

@@ -7,7 +7,5 @@ namespace OpenGlCheck {
 
 /// Empty where they can; else a sentence that says what is missing. Looks once.
 QString missing();
-/// Whether there is no graphics card that draws, but a program that takes its place.
-bool isSoftware();
 
 } // namespace OpenGlCheck

@@ -84,7 +84,7 @@ const SceneGizmos::Gizmo *SceneGizmos::at(const QMatrix4x4 &viewProjection, cons
                                           const QPointF &place, Kinds kinds, float &depth) const
 {
     const Gizmo *found = nullptr;
-    float distance = reach;
+    depth = 1;
     for (const Gizmo &gizmo : m_gizmos) {
         for (quint32 i = gizmo.first; kinds.testFlag(gizmo.kind) && i < gizmo.first + gizmo.count; i += 2) {
             const QVector4D a = viewProjection * QVector4D(m_points[i], 1);
@@ -93,8 +93,7 @@ const SceneGizmos::Gizmo *SceneGizmos::at(const QMatrix4x4 &viewProjection, cons
                 continue; // behind the eye
             }
             const NearPoint point = nearest(inPixels(a, viewport), inPixels(b, viewport), QVector2D(place));
-            if (point.distance < distance) {
-                distance = point.distance;
+            if (point.distance < reach && point.depth < depth) {
                 depth = point.depth;
                 found = &gizmo;
             }

@@ -35,8 +35,8 @@ public:
     SceneBox boundsOf(const Gizmo &gizmo) const;
     const SceneBox &bounds() const { return m_bounds; }
 
-    /// The gizmo that has a line within a few pixels of a place in the viewport, the nearest to it; null where there
-    /// is none. @param depth of the line there, -1 to 1
+    /// The gizmo that has a line within a few pixels of a place in the viewport, the nearest to the eye; null where
+    /// there is none. @param depth of the line there, -1 to 1
     const Gizmo *at(const QMatrix4x4 &viewProjection, const QSizeF &viewport, const QPointF &place,
                     Kinds kinds, float &depth) const;
     bool touches(const Gizmo &gizmo, const ViewVolume &volume) const;

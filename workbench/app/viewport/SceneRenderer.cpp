@@ -38,7 +38,7 @@ bool SceneRenderer::initialize()
     initializeOpenGLFunctions();
     m_shaded = makeProgram(SceneShaders::shadedVertex, SceneShaders::shadedFragment);
     m_plain = makeProgram(SceneShaders::plainVertex, SceneShaders::plainFragment);
-    m_isReady = m_shaded && m_plain && m_outline.initialize();
+    m_isReady = m_shaded && m_plain && m_outline.initialize() && m_plates.initialize();
     for (QOpenGLBuffer *buffer :
          {&m_vertices, &m_gizmoPoints, &m_opaque, &m_translucent, &m_shared, &m_selected}) {
         m_isReady = m_isReady && buffer->create();
@@ -55,6 +55,7 @@ void SceneRenderer::release()
     m_shaded.reset();
     m_plain.reset();
     m_outline.release();
+    m_plates.release();
     m_batches = nullptr;
     m_gizmos = nullptr;
     m_isReady = false;
@@ -77,6 +78,11 @@ void SceneRenderer::upload(const SceneBatches &batches, const SceneGizmos &gizmo
     fill(m_shared, batches.shared().data(), batches.shared().size() * sizeof(quint32));
     fill(m_gizmoPoints, gizmos.points().data(), gizmos.points().size() * sizeof(QVector3D));
     select({});
+}
+
+void SceneRenderer::upload(const std::vector<SceneplateImages::Plate> &plates)
+{
+    m_plates.upload(plates);
 }
 
 void SceneRenderer::select(const std::vector<bool> &marked)
@@ -104,6 +110,7 @@ void SceneRenderer::draw(const Frame &frame)
     glDepthMask(GL_TRUE);
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
     drawBackground(frame.look);
+    m_plates.draw(false, frame.size);
     if (m_batches) {
         glEnable(GL_DEPTH_TEST);
         glDepthFunc(GL_LEQUAL);
@@ -111,6 +118,8 @@ void SceneRenderer::draw(const Frame &frame)
         drawGizmos(frame);
         drawSelected(frame);
     }
+    m_plates.draw(true, frame.size);
+    drawPlateFrame(frame);
     drawBand(frame);
     glDisable(GL_DEPTH_TEST);
 }

@@ -3,6 +3,7 @@
 #include "SceneBatches.h"
 #include "SceneGizmos.h"
 #include "SceneOutline.h"
+#include "SceneplateLayer.h"
 
 #include <QColor>
 #include <QOpenGLBuffer>
@@ -29,7 +30,8 @@ public:
         QSize size;           ///< in pixels of the device
         float pixelRatio = 1; ///< of those in a logical one
         SceneGizmos::Kinds gizmos;
-        QRectF band; ///< the rubber band, from -1 to 1 with y up; empty: none
+        bool isPlateSelected = false; ///< so that a frame stands around the viewport
+        QRectF band;                  ///< the rubber band, from -1 to 1 with y up; empty: none
         Look look;
     };
 
@@ -44,6 +46,8 @@ public:
 
     /// Both have to stay as they are until others are uploaded. Nothing is selected then.
     void upload(const SceneBatches &batches, const SceneGizmos &gizmos);
+    /// The images of sceneplates; not kept.
+    void upload(const std::vector<SceneplateImages::Plate> &plates);
     /// By item.
     void select(const std::vector<bool> &marked);
     void draw(const Frame &frame);
@@ -61,6 +65,8 @@ private:
     void drawSelectedMeshes(const QMatrix4x4 &viewProjection);
     void drawGizmos(const Frame &frame);
     void drawBand(const Frame &frame);
+    void drawPlateFrame(const Frame &frame);
+    void drawRectangle(const QRectF &rect, GLenum mode);
     void usePlain(const QMatrix4x4 &matrix, const QColor &color);
     void bindVertices();
     void drawTriangles(QOpenGLBuffer &indices, quint32 first, quint32 count);
@@ -71,6 +77,7 @@ private:
     Program m_shaded;
     Program m_plain;
     SceneOutline m_outline;
+    SceneplateLayer m_plates;
     QOpenGLBuffer m_vertices{QOpenGLBuffer::VertexBuffer};
     QOpenGLBuffer m_gizmoPoints{QOpenGLBuffer::VertexBuffer};
     QOpenGLBuffer m_opaque{QOpenGLBuffer::IndexBuffer};

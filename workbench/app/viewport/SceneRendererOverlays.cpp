@@ -71,27 +71,45 @@ void SceneRenderer::drawGizmos(const Frame &frame)
     m_gizmoPoints.release();
 }
 
+void SceneRenderer::drawRectangle(const QRectF &rect, GLenum mode)
+{
+    const std::array<float, 12> corners{
+        float(rect.left()),  float(rect.top()),    0, float(rect.right()), float(rect.top()),    0,
+        float(rect.right()), float(rect.bottom()), 0, float(rect.left()),  float(rect.bottom()), 0};
+    glDisable(GL_DEPTH_TEST);
+    glEnableVertexAttribArray(Position);
+    glVertexAttribPointer(Position, 3, GL_FLOAT, GL_FALSE, 0, corners.data());
+    glDrawArrays(mode, 0, 4);
+    glDisableVertexAttribArray(Position);
+}
+
+/// Just inside of the edges.
+void SceneRenderer::drawPlateFrame(const Frame &frame)
+{
+    if (frame.isPlateSelected) {
+        const double width = 2.0 * double(outlineWidth * frame.pixelRatio) / frame.size.width();
+        const double height = 2.0 * double(outlineWidth * frame.pixelRatio) / frame.size.height();
+        usePlain(QMatrix4x4(), frame.look.highlight);
+        glLineWidth(outlineWidth * frame.pixelRatio);
+        drawRectangle(QRectF(width - 1, height - 1, 2 - 2 * width, 2 - 2 * height), GL_LINE_LOOP);
+        glLineWidth(1);
+    }
+}
+
 void SceneRenderer::drawBand(const Frame &frame)
 {
     if (frame.band.isEmpty()) {
         return;
     }
-    const QRectF &band = frame.band;
-    const std::array<float, 12> corners{
-        float(band.left()),  float(band.top()),    0, float(band.right()), float(band.top()),    0,
-        float(band.right()), float(band.bottom()), 0, float(band.left()),  float(band.bottom()), 0};
-    glDisable(GL_DEPTH_TEST);
     glEnable(GL_BLEND);
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
-    glEnableVertexAttribArray(Position);
-    glVertexAttribPointer(Position, 3, GL_FLOAT, GL_FALSE, 0, corners.data());
     QColor area = frame.look.highlight;
     area.setAlpha(bandAlpha);
     usePlain(QMatrix4x4(), area);
-    glDrawArrays(GL_TRIANGLE_FAN, 0, 4);
+    drawRectangle(frame.band, GL_TRIANGLE_FAN);
+    glDisable(GL_BLEND);
     usePlain(QMatrix4x4(), frame.look.highlight);
     glLineWidth(frame.pixelRatio);
-    glDrawArrays(GL_LINE_LOOP, 0, 4);
-    glDisableVertexAttribArray(Position);
-    glDisable(GL_BLEND);
+    drawRectangle(frame.band, GL_LINE_LOOP);
+    glLineWidth(1);
 }

@@ -34,7 +34,7 @@ void main()
     highp vec3 unit = normalize(facing);
     if (dot(unit, toEye) < 0.0)
         unit = -unit;
-    highp float light = 0.30 + 0.56 * dot(unit, toEye) + 0.14 * dot(unit, up);
+    highp float light = 0.42 + 0.46 * dot(unit, toEye) + 0.12 * dot(unit, up);
     gl_FragColor = vec4(shade.rgb * light, shade.a);
 }
 )";
@@ -89,6 +89,29 @@ void main()
     near = max(near, texture2D(shapes, at + vec2(slant.x, -slant.y)).r);
     near = max(near, texture2D(shapes, at + vec2(-slant.x, slant.y)).r);
     gl_FragColor = vec4(color.rgb, near * (1.0 - here));
+}
+)";
+
+/// A picture in the middle of the viewport.
+constexpr const char *plateVertex = R"(
+attribute highp vec2 position;
+uniform highp vec2 share;
+varying highp vec2 at;
+void main()
+{
+    at = position * 0.5 + 0.5;
+    gl_Position = vec4(position * share, 0.0, 1.0);
+}
+)";
+
+constexpr const char *plateFragment = R"(
+varying highp vec2 at;
+uniform sampler2D picture;
+uniform lowp float opacity;
+void main()
+{
+    lowp vec4 color = texture2D(picture, at);
+    gl_FragColor = vec4(color.rgb, color.a * opacity);
 }
 )";
 

@@ -258,6 +258,9 @@ void ViewportControl::selectAll()
     for (const SceneItem &item : m_scene->items()) {
         ids.append(item.id);
     }
+    for (const SceneplateImages::Plate &plate : m_scene->plates()) {
+        ids.append(plate.id);
+    }
     m_selection->choose(ids, How::Replace);
 }
 

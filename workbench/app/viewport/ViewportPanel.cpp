@@ -168,7 +168,7 @@ QString ViewportPanel::reasonForNoPicture() const
     if (m_scene.state() == ViewportScene::State::Reading) {
         return tr("Reading the scene's geometry…");
     }
-    if (m_scene.state() == ViewportScene::State::Empty) {
+    if (m_scene.state() == ViewportScene::State::Empty && m_scene.isBlank()) {
         return tr("No scene is open.\nOpen a file by File > Open, or drop one onto the window.");
     }
     if (m_scene.isBlank()) {

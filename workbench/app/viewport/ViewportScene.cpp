@@ -10,19 +10,8 @@ using kernel::Document;
 namespace {
 
 /// Of a gizmo, measured by the scene.
-constexpr float gizmoShare = 0.08F;
+constexpr float gizmoShare = 0.06F;
 constexpr float usualGizmo = 0.5F;
-
-float gizmoSize(const interchange::SceneGeometry &geometry, const std::vector<SceneItem> &items)
-{
-    SceneBox box;
-    for (const SceneItem &item : items) {
-        if (geometry.nodes[size_t(item.node)].mesh >= 0) {
-            box.add(item.world.column(3).toVector3D());
-        }
-    }
-    return box.radius() > 0 ? box.radius() * gizmoShare : usualGizmo;
-}
 
 bool areEqual(const std::vector<SceneItem> &a, const std::vector<SceneItem> &b)
 {
@@ -45,6 +34,10 @@ ViewportScene::ViewportScene(QObject *parent) : QObject(parent)
     m_follow.setSingleShot(true);
     connect(&m_follow, &QTimer::timeout, this, &ViewportScene::follow);
     connect(&m_loader, &GeometryLoader::loaded, this, &ViewportScene::take);
+    connect(&m_plates, &SceneplateImages::changed, this, [this] {
+        ++m_revision;
+        Q_EMIT changed();
+    });
     connect(&Document::the(), &Document::sceneChanged, this, &ViewportScene::noteChange);
 }
 
@@ -66,6 +59,7 @@ void ViewportScene::setSource(const std::shared_ptr<const interchange::SceneSour
 void ViewportScene::setActive(bool active)
 {
     m_isActive = active;
+    m_plates.setActive(active);
     if (active) {
         read();
         follow();
@@ -116,9 +110,10 @@ void ViewportScene::arrange(std::vector<SceneItem> items)
     m_picker.reset();
     m_items = std::move(items);
     if (m_geometry) {
-        m_gizmos = SceneGizmos(*m_geometry, m_items, gizmoSize(*m_geometry, m_items));
         m_batches = SceneBatches(*m_geometry, m_items);
         m_picker = std::make_unique<ScenePicker>(*m_geometry, m_items, m_gizmos);
+        const float radius = m_picker->bounds().radius();
+        m_gizmos = SceneGizmos(*m_geometry, m_items, radius > 0 ? radius * gizmoShare : usualGizmo);
     } else {
         m_gizmos = SceneGizmos();
         m_batches = SceneBatches();
@@ -199,6 +194,7 @@ std::vector<bool> ViewportScene::mark(const QList<quint64> &ids) const
 QStringList ViewportScene::troubles() const
 {
     QStringList sentences = m_geometry ? m_geometry->troubles : QStringList();
+    sentences += m_plates.troubles();
     if (!m_batches.isComplete()) {
         sentences.append(tr("The scene has more triangles than can be drawn; some objects are left out."));
     }

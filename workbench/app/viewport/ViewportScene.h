@@ -4,6 +4,7 @@
 #include "SceneBatches.h"
 #include "SceneGizmos.h"
 #include "ScenePicker.h"
+#include "SceneplateImages.h"
 
 #include <QSet>
 #include <QTimer>
@@ -30,11 +31,12 @@ public:
 
     State state() const { return m_state; }
     /// Whether anything could be drawn.
-    bool isBlank() const { return m_items.empty(); }
+    bool isBlank() const { return m_items.empty() && m_plates.plates().empty(); }
     const std::vector<SceneItem> &items() const { return m_items; }
     const SceneGizmos &gizmos() const { return m_gizmos; }
     const SceneBatches &batches() const { return m_batches; }
-    /// Changes with the batches and gizmos; never 0.
+    const std::vector<SceneplateImages::Plate> &plates() const { return m_plates.plates(); }
+    /// Changes with the batches, gizmos and plates; never 0.
     int revision() const { return m_revision; }
 
     /// Of all meshes; of the gizmos where there are none.
@@ -54,7 +56,7 @@ public:
 Q_SIGNALS:
     /// The state is another one.
     void stateChanged();
-    /// Items, gizmos and batches are other ones.
+    /// Items, gizmos, batches or plates are other ones.
     void changed();
     /// The geometry of another scene is there, after changed().
     void sceneShown();
@@ -69,6 +71,7 @@ private:
 
     std::shared_ptr<const interchange::SceneSource> m_source;
     GeometryLoader m_loader;
+    SceneplateImages m_plates;
     GeometryLoader::Geometry m_geometry;
     std::vector<SceneItem> m_items;
     SceneGizmos m_gizmos;

@@ -33,7 +33,12 @@ QList<quint64> combined(const QList<quint64> &before, const QList<quint64> &chos
 ViewportSelection::ViewportSelection(QObject *parent)
     : QObject(parent), m_service(EditorService::of(EditorModule::Scenegraph))
 {
-    m_service.listen(this, [this](EditorService::Reveal) { Q_EMIT changed(); });
+    // What is to be brought into view has been selected before.
+    m_service.listen(this, [this](EditorService::Reveal reveal) {
+        if (reveal != EditorService::Reveal::Always) {
+            Q_EMIT changed();
+        }
+    });
 }
 
 ViewportSelection::~ViewportSelection() = default;

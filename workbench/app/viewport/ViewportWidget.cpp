@@ -1,16 +1,18 @@
 #include "ViewportWidget.h"
 
-#include "OpenGlCheck.h"
 #include "ViewportControl.h"
 #include "ViewportScene.h"
 
 #include <QKeyEvent>
 #include <QOpenGLContext>
 #include <QPalette>
+#include <QSet>
+
+#include <algorithm>
 
 namespace {
 
-/// Samples a pixel, where a graphics card takes them.
+/// Samples a pixel.
 constexpr int smoothness = 4;
 // Bright enough on dark backgrounds, dark enough on bright ones.
 const QColor selectionColor(255, 140, 0);
@@ -28,7 +30,7 @@ ViewportWidget::ViewportWidget(ViewportScene *scene, ViewportSelection *selectio
 {
     QSurfaceFormat format = QSurfaceFormat::defaultFormat();
     format.setDepthBufferSize(24);
-    format.setSamples(OpenGlCheck::isSoftware() ? 0 : smoothness);
+    format.setSamples(smoothness);
     setFormat(format);
     setFocusPolicy(Qt::StrongFocus);
     setMinimumSize(120, 90);
@@ -74,11 +76,17 @@ void ViewportWidget::prepare()
     if (m_uploaded != m_scene->revision()) {
         m_uploaded = m_scene->revision();
         m_renderer.upload(m_scene->batches(), m_scene->gizmos());
+        m_renderer.upload(m_scene->plates());
         m_isSelectionStale = true;
     }
     if (m_isSelectionStale) {
         m_isSelectionStale = false;
-        m_renderer.select(m_scene->mark(m_selection->ids()));
+        const QList<quint64> ids = m_selection->ids();
+        m_renderer.select(m_scene->mark(ids));
+        const QSet<quint64> selected(ids.cbegin(), ids.cend());
+        m_isPlateSelected = std::any_of(
+            m_scene->plates().begin(), m_scene->plates().end(),
+            [&selected](const SceneplateImages::Plate &plate) { return selected.contains(plate.id); });
     }
 }
 
@@ -103,6 +111,7 @@ SceneRenderer::Frame ViewportWidget::frame() const
     frame.projection = camera.projection();
     frame.pixelRatio = float(devicePixelRatioF());
     frame.size = QSize(qRound(width() * devicePixelRatioF()), qRound(height() * devicePixelRatioF()));
+    frame.isPlateSelected = m_isPlateSelected;
     frame.gizmos = m_control->gizmos();
     const QRectF band = m_control->band();
     frame.band = band.isEmpty() ? QRectF() : camera.part(band);

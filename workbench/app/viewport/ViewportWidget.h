@@ -47,4 +47,5 @@ private:
     SceneRenderer m_renderer;
     int m_uploaded = 0; ///< the scene's revision
     bool m_isSelectionStale = true;
+    bool m_isPlateSelected = false;
 };

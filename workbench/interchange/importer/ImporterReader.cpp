@@ -35,6 +35,14 @@ ImporterReader::ImporterReader()
     : m_program(QCoreApplication::applicationDirPath() + QStringLiteral("/nkImporter"))
 {}
 
+QStringList ImporterReader::suffixes()
+{
+    QStringList all;
+    for (const char *kind : importkinds::Models)
+        all.append(QLatin1String(kind));
+    return all;
+}
+
 bool ImporterReader::isFor(const QString &suffix, const QByteArray &) const
 {
     return std::any_of(std::begin(importkinds::Models), std::end(importkinds::Models),
@@ -66,7 +74,8 @@ bool ImporterReader::readRecord(const QByteArray &record, const QString &path, F
 {
     if (record.startsWith(char(flat::Record::Failure)))
         return readFailure(record, path);
-    return AnswerReader(record).read(scene) || fail(ImporterProcess::Outcome::Nonsense, path);
+    return AnswerReader(record, QFileInfo(path).fileName()).read(scene)
+           || fail(ImporterProcess::Outcome::Nonsense, path);
 }
 
 bool ImporterReader::readFailure(const QByteArray &record, const QString &path)

@@ -4,6 +4,7 @@
 #include <interchange/importer/ImporterProcess.h>
 
 #include <QCoreApplication>
+#include <QStringList>
 
 namespace interchange {
 
@@ -18,6 +19,9 @@ class ImporterReader : public ForeignReader
 public:
     /// Uses the importer that stands beside the running program.
     ImporterReader();
+
+    /// Endings of the files that are read here, lower case, without the point.
+    static QStringList suffixes();
 
     bool isFor(const QString &suffix, const QByteArray &firstBytes) const override;
     bool read(const QString &path, ForeignScene &scene, kernel::Progress &progress) override;

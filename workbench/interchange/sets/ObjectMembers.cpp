@@ -1,6 +1,6 @@
 #include <interchange/sets/ObjectMembers.h>
 
-#include <cstring>
+#include <algorithm>
 
 namespace interchange {
 
@@ -16,8 +16,7 @@ bool ObjectMembers::read(const JsonValue &object, SetFileError &error)
         error = SetFileError::atValue(object, tr("an object in braces is expected"));
         return false;
     }
-    for (JsonValue &value : m_values)
-        value = JsonValue();
+    std::fill_n(m_values, m_count, JsonValue());
     for (const JsonValue member : object.children()) {
         if (!readMember(member, error))
             return false;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <interchange/JsonValue.h>
+#include <interchange/json/JsonValue.h>
 #include <interchange/sets/SetFileError.h>
 
 #include <QCoreApplication>
@@ -22,7 +22,7 @@ public:
         bool isNeeded;
     };
 
-    /// At most four.
+    /// At most six.
     ObjectMembers(std::initializer_list<Name> names);
 
     /// Finds them. False where `object` is no object, a member is missing, unknown or comes twice.
@@ -37,7 +37,7 @@ private:
     int placeOf(const JsonValue &member) const;
     bool readMember(const JsonValue &member, SetFileError &error);
 
-    static constexpr int Most = 4;
+    static constexpr int Most = 6;
     Name m_names[Most];
     JsonValue m_values[Most];
     int m_count = 0;

@@ -1,22 +1,9 @@
 #include <interchange/sets/SetFileError.h>
 
-#include <interchange/JsonValue.h>
+#include <interchange/json/JsonPath.h>
+#include <interchange/json/JsonValue.h>
 
 namespace interchange {
-
-namespace {
-
-// Keys of hand-made files can have any length; a message shows the two ends of the path.
-constexpr int LongestPath = 160;
-
-QString shortened(const QString &path)
-{
-    if (path.size() <= LongestPath)
-        return path;
-    return path.left(LongestPath / 2) + QStringLiteral(" … ") + path.right(LongestPath / 2);
-}
-
-} // namespace
 
 SetFileError SetFileError::ofFile(const QString &reason, const QString &advice)
 {
@@ -55,7 +42,7 @@ QString SetFileError::clause() const
         return m_reason;
     const QString place = tr("line %1, column %2, at %3")
                               .arg(QString::number(m_place.line), QString::number(m_place.column),
-                                   shortened(m_path));
+                                   JsonPath::shortened(m_path));
     return tr("%1 (%2)").arg(m_reason, place);
 }
 

@@ -3,15 +3,11 @@
 #include <interchange/sets/SetFileLoader.h>
 #include <interchange/sets/SetFileWriter.h>
 
-#include <kernel/services/FileCalls.h>
 #include <kernel/services/Progress.h>
+#include <kernel/services/SaveTarget.h>
 
-#include <QFile>
-
-#include <cerrno>
 #include <functional>
 #include <string_view>
-#include <unistd.h>
 
 namespace interchange {
 
@@ -19,7 +15,6 @@ namespace {
 
 constexpr int PieceSize = 1 << 20;
 constexpr qint64 Mebi = 1 << 20;
-constexpr uint AnyWriteBit = 0222;
 // Writing and reading back cost about the same.
 constexpr double Written = 0.5;
 
@@ -44,18 +39,10 @@ kernel::SetCodecResult SetFileSaver::save(int count, const kernel::SetCodec::Fee
     return {Result::Failed, m_error};
 }
 
-/// Renaming over a file asks nobody whether the file may be written.
 bool SetFileSaver::checkTarget()
 {
-    struct stat present = {};
-    const QByteArray path = QFile::encodeName(m_fileName);
-    if (kernel::FileCalls::the().stat(path.constData(), &present) != 0)
-        return errno == ENOENT || failSystem(kernel::OpenFile::systemError());
-    if (!S_ISREG(present.st_mode))
-        return fail(tr("there is something of this name that is no regular file"), tr("choose another name"));
-    if ((present.st_mode & AnyWriteBit) == 0 || kernel::FileCalls::the().access(path.constData(), W_OK) != 0)
-        return fail(tr("the file is read-only"), tr("choose another name or allow writing to it"));
-    return true;
+    const kernel::SaveTarget target(m_fileName);
+    return target.isWritable() || fail(target.reason(), target.advice());
 }
 
 bool SetFileSaver::writeAll(int count, const kernel::SetCodec::Feed &feed)
@@ -151,9 +138,7 @@ bool SetFileSaver::finish()
 
 bool SetFileSaver::failSystem(const QString &reason)
 {
-    return fail(reason,
-                tr("check that its folder is there and may be written to, and that the disk has room, "
-                   "then save again"));
+    return fail(reason, kernel::SaveTarget::systemAdvice());
 }
 
 bool SetFileSaver::fail(const QString &reason, const QString &advice)

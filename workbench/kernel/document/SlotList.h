@@ -10,8 +10,8 @@ namespace kernel {
 using Slot = quint32;
 constexpr Slot NoSlot = 0xffffffffu;
 
-/// Slots in ascending order: the children of an object, the entries of a set, the sets of a scene. What is
-/// made later has the higher slot and stands behind, so the order is also the order of creation, and what
+/// Slots in ascending order: the entries of a set, the sets of a scene. What is made
+/// later has the higher slot and stands behind, so the order is also the order of creation, and what
 /// comes back by undo finds its old place by itself.
 ///
 /// Adding and removing cost O(log n) wherever it happens; the list is brought into order again at the next
