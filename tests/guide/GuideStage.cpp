@@ -1,19 +1,20 @@
 #include "GuideStage.h"
 
+#include "GuidePicture.h"
+
 #include "MainWindow.h"
 #include "Workbench.h"
 #include "panels/EditorPanel.h"
 #include "panels/SceneObjectView.h"
+#include "viewport/ViewportPanel.h"
 
 #include <nkKernelServices/nkScenegraphService.h>
 #include <nkKernelServicesGUI/nkMetadataTreeView.h>
 
 #include <QAction>
 #include <QApplication>
-#include <QBuffer>
 #include <QDir>
 #include <QDockWidget>
-#include <QFile>
 #include <QHeaderView>
 #include <QImage>
 #include <QLabel>
@@ -36,9 +37,6 @@ constexpr int keyWidth = 150;
 constexpr int patience = 15000;
 constexpr int stillness = 60;
 constexpr int turnsToDeliver = 8;
-constexpr int mostBytes = 145 * 1024;
-/// Around pictures, so that light windows end somewhere on a light page.
-const QColor edgeColor(0xb4, 0xb4, 0xb4);
 
 template <typename T>
 T *needed(T *thing, const QString &name)
@@ -64,35 +62,6 @@ QAction *actionOf(const QWidget *menu, const QString &text)
     return needed(found, text);
 }
 
-/// With the lowest bits of each colour set: nobody sees the difference, but shaded surfaces take half of the room.
-QImage withoutBits(QImage picture, QRgb lowestBits)
-{
-    for (int y = 0; y < picture.height(); ++y) {
-        auto *line = reinterpret_cast<QRgb *>(picture.scanLine(y));
-        for (int x = 0; x < picture.width(); ++x) {
-            line[x] |= lowestBits;
-        }
-    }
-    return picture;
-}
-
-/// As a PNG file that is no larger than a page should load.
-QByteArray encoded(const QImage &picture)
-{
-    QByteArray bytes;
-    for (const QRgb lowestBits : {0x00000000U, 0x01010101U, 0x03030303U}) {
-        bytes.clear();
-        QBuffer buffer(&bytes);
-        buffer.open(QIODevice::WriteOnly);
-        // Quality 0 is the slowest and smallest.
-        withoutBits(picture, lowestBits).save(&buffer, "PNG", 0);
-        if (bytes.size() < mostBytes) {
-            break;
-        }
-    }
-    return bytes;
-}
-
 /// What pops up over the window; a submenu after its menu, which it overlaps.
 QWidgetList popups()
 {
@@ -106,14 +75,6 @@ QWidgetList popups()
     std::sort(popups.begin(), popups.end(),
               [](const QWidget *one, const QWidget *other) { return one->x() < other->x(); });
     return popups;
-}
-
-QImage framed(QImage picture)
-{
-    QPainter painter(&picture);
-    painter.setPen(edgeColor);
-    painter.drawRect(picture.rect().adjusted(0, 0, -1, -1));
-    return picture;
 }
 
 } // namespace
@@ -147,7 +108,7 @@ void GuideStage::openSample(int editorHeight)
         window()->resizeDocks({editor()}, {editorHeight}, Qt::Vertical);
     }
     table()->header()->resizeSection(keyColumn, keyWidth);
-    settle();
+    hurry();
 }
 
 void GuideStage::openScene(const QString &path)
@@ -160,7 +121,7 @@ void GuideStage::openScene(const QString &path)
     needed(window()->findChild<QAction *>(QStringLiteral("viewResetLayout")), QStringLiteral("Reset Layout"))
         ->trigger();
     sceneGraph()->clearSelection();
-    settle();
+    hurry();
 }
 
 /// What was searched for another picture. By keys: a search does not hear of what is not typed.
@@ -312,7 +273,7 @@ void GuideStage::during(const std::function<void()> &opening,
         shown = shown ? shown : QApplication::activeModalWidget();
         if (shown && shown->isVisible()) {
             waiting.stop();
-            settle();
+            hurry();
             looking(shown);
         }
     });
@@ -335,14 +296,14 @@ void GuideStage::selectAll(QAbstractItemView *view)
     hurry();
 }
 
-void GuideStage::settle() const
+QImage GuideStage::settle() const
 {
     QImage before;
     const bool isStill = QTest::qWaitFor(
         [&] {
             QTest::qWait(stillness);
             const QImage now = look();
-            const bool isSame = now == before;
+            const bool isSame = now == before && !isReading();
             before = now;
             return isSame;
         },
@@ -350,6 +311,14 @@ void GuideStage::settle() const
     if (!isStill) {
         qFatal("The program does not come to rest");
     }
+    return before;
+}
+
+/// The viewport shows a sentence until the geometry is there.
+bool GuideStage::isReading() const
+{
+    auto *viewport = window()->findChild<ViewportPanel *>();
+    return viewport && viewport->isVisible() && viewport->scene()->state() == ViewportScene::State::Reading;
 }
 
 QImage GuideStage::look() const
@@ -369,11 +338,11 @@ void GuideStage::take(const QString &name, const QWidget *part)
 
 void GuideStage::take(const QString &name, QRect part)
 {
-    settle();
+    const QImage now = settle();
     for (const QWidget *popup : popups()) {
         part |= QRect(window()->mapFromGlobal(popup->mapToGlobal(QPoint())), popup->size());
     }
-    save(name, look().copy(part & window()->rect()));
+    save(name, now.copy(part & window()->rect()));
 }
 
 void GuideStage::takeDialog(const QString &name, QWidget *dialog)
@@ -386,9 +355,7 @@ void GuideStage::save(const QString &name, const QImage &picture)
 {
     m_texts.collect();
     const QString path = QDir(m_folder).filePath(name + QStringLiteral(".png"));
-    QFile file(path);
-    const QByteArray bytes = encoded(framed(picture));
-    if (bytes.isEmpty() || !file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size()) {
+    if (!GuidePicture::save(picture, path)) {
         qFatal("The picture %s cannot be written", qPrintable(path));
     }
     m_pictures.append(name);

@@ -2,6 +2,7 @@
 
 #include "ProgramTexts.h"
 
+#include <QImage>
 #include <QModelIndex>
 #include <QRect>
 #include <QString>
@@ -69,8 +70,8 @@ public:
 
     /// Lets the program do what it has queued.
     static void hurry();
-    /// Waits until nothing changes any more.
-    void settle() const;
+    /// Waits until nothing changes any more. @return the window then, with what pops up over it
+    QImage settle() const;
     /// Takes the picture of what stands in this part of the window, with what pops up over it.
     void take(const QString &name, const QWidget *part);
     void take(const QString &name, QRect part);
@@ -81,6 +82,7 @@ public:
 
 private:
     QList<QTreeView *> lists() const;
+    bool isReading() const;
     QImage look() const;
     void save(const QString &name, const QImage &picture);
     void clearFields() const;

@@ -19,6 +19,16 @@ constexpr QSize startSize(900, 560);
 /// For pictures of the editor alone.
 constexpr int editorHeight = 620;
 
+/// As the key says in the viewport: what is selected fills it.
+void comeClose(const GuideStage &stage)
+{
+    QWidget *canvas = stage.window()->findChild<QWidget *>(QStringLiteral("canvas"));
+    if (canvas) {
+        canvas->setFocus(Qt::MouseFocusReason);
+        QTest::keyClick(canvas, Qt::Key_F);
+    }
+}
+
 /// What is selected in the scene is listed below, and its content in the table.
 void showVan(const GuideStage &stage)
 {
@@ -55,6 +65,8 @@ void GuidePage::start(GuideStage &stage)
 void GuidePage::firstLook(GuideStage &stage)
 {
     stage.openSample();
+    GuideStage::clickRow(stage.sceneGraph(), van);
+    comeClose(stage);
     showVan(stage);
     stage.take(QStringLiteral("window"), stage.window()->rect());
 }
@@ -63,11 +75,7 @@ void GuidePage::selectAndRead(GuideStage &stage)
 {
     stage.openSample();
     GuideStage::clickRow(stage.sceneGraph(), van);
-    QWidget *canvas = stage.window()->findChild<QWidget *>(QStringLiteral("canvas"));
-    if (canvas) {
-        canvas->setFocus(Qt::MouseFocusReason);
-        QTest::keyClick(canvas, Qt::Key_F);
-    }
+    comeClose(stage);
     const QRect viewport(0, 0, stage.window()->width(), stage.editor()->y());
     stage.take(QStringLiteral("selection"), viewport);
     stage.openSample(editorHeight);
