@@ -54,7 +54,7 @@ void ProgramTexts::add(const QString &text)
 void ProgramTexts::addWidget(const QWidget *widget)
 {
     add(widget->windowTitle());
-    add(widget->accessibleName());
+    add(widget->toolTip());
     // Some are in a menu that is made when it is asked for.
     const QList<QAction *> actions = widget->actions()
                                      + widget->findChildren<QAction *>(QString(), Qt::FindDirectChildrenOnly);
