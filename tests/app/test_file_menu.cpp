@@ -11,7 +11,9 @@
 #include <TestMain.h>
 #include <kernel/document/Document.h>
 #include <nkKernelServices/nkMetadataService.h>
+#include <nkKernelServices/nkScenegraphService.h>
 #include <nkKernelServices/nkdMetadata.h>
+#include <nkKernelServicesGUI/nkMetadataModuleSelection.h>
 
 #include <QAction>
 #include <QDropEvent>
@@ -20,6 +22,8 @@
 #include <QLoggingCategory>
 #include <QMenu>
 #include <QMimeData>
+#include <QStandardPaths>
+#include <QStatusBar>
 #include <QTemporaryDir>
 #include <QTreeWidget>
 #include <QUndoStack>
@@ -45,6 +49,8 @@ private Q_SLOTS:
     void asksBeforeOverwritingSomebodyElsesChanges();
     void remembersRecentFilesAndGreysThoseThatAreGone();
     void opensADroppedFile();
+    void looksForScenesAtHomeWhereThereIsNoFolderForDocuments();
+    void whatIsOpenedIsListedWhicheverEditorWasUsedLast();
     void showsTheImportReportWhereThereIsSomethingToSay();
     void namesTheFormatsItCannotOpenYet();
     void commandsAreEnabledWhereTheyMakeSense();
@@ -279,10 +285,13 @@ void TestFileMenu::asksBeforeOverwritingSomebodyElsesChanges()
         write(QStringLiteral("elsewhere.gltf"), scene("9"));
     }
     entry().setValue(3);
+    m_workbench->window()->statusBar()->clearMessage();
     const ModalAnswer overwrite = ModalAnswer::button(QStringLiteral("Overwrite"));
     trigger("fileSave");
     QCOMPARE(read(m_workbench->session()->path()), scene("3"));
     QVERIFY(!Document::the().isModified());
+    QCOMPARE(m_workbench->window()->statusBar()->currentMessage(),
+             QStringLiteral("“elsewhere.gltf” is saved"));
 }
 
 void TestFileMenu::remembersRecentFilesAndGreysThoseThatAreGone()
@@ -342,6 +351,32 @@ void TestFileMenu::opensADroppedFile()
     QVERIFY(drop(&data));
     QCOMPARE(m_workbench->session()->path(), m_path);
     QTRY_COMPARE(m_workbench->session()->path(), other);
+}
+
+void TestFileMenu::looksForScenesAtHomeWhereThereIsNoFolderForDocuments()
+{
+    QVERIFY(!QFileInfo::exists(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation)));
+    trigger("fileClose");
+    RecentFiles::clear();
+    QString folder;
+    QString name;
+    const ModalAnswer answer([&folder, &name](QDialog *dialog) {
+        folder = qobject_cast<QFileDialog *>(dialog)->directory().absolutePath();
+        name = dialog->findChild<QLineEdit *>()->text();
+        dialog->reject();
+    });
+    trigger("fileOpen");
+    QCOMPARE(folder, QDir::homePath());
+    QCOMPARE(name, QString());
+}
+
+void TestFileMenu::whatIsOpenedIsListedWhicheverEditorWasUsedLast()
+{
+    nkMetadataModuleSelection &last = nkMetadataModuleSelection::the();
+    last.setLastSelectionModule(int(EditorModule::Material));
+    QCOMPARE(m_workbench->open(m_path), QString());
+    QCOMPARE(last.getLastSelectionModule(), int(EditorModule::Scenegraph));
+    QCOMPARE(nkScenegraphService::the().getSelectedNodes().size(), 1);
 }
 
 void TestFileMenu::showsTheImportReportWhereThereIsSomethingToSay()
