@@ -13,15 +13,19 @@
 #include <nkKernelServices/nkMetadataService.h>
 #include <nkKernelServices/nkScenegraphService.h>
 #include <nkKernelServices/nkdMetadata.h>
+#include <nkKernelServicesGUI/nkAdvancedSearch.h>
+#include <nkKernelServicesGUI/nkAdvancedSearchBar.h>
 #include <nkKernelServicesGUI/nkMetadataModuleSelection.h>
 
 #include <QAction>
 #include <QDropEvent>
 #include <QFileDialog>
+#include <QLabel>
 #include <QLineEdit>
 #include <QLoggingCategory>
 #include <QMenu>
 #include <QMimeData>
+#include <QSignalSpy>
 #include <QStandardPaths>
 #include <QStatusBar>
 #include <QTemporaryDir>
@@ -51,7 +55,9 @@ private Q_SLOTS:
     void opensADroppedFile();
     void looksForScenesAtHomeWhereThereIsNoFolderForDocuments();
     void whatIsOpenedIsListedWhicheverEditorWasUsedLast();
+    void aSearchIsMadeAgainInTheNextScene();
     void showsTheImportReportWhereThereIsSomethingToSay();
+    void theImportReportFitsTheDisplayWhateverTheFileIsCalled();
     void namesTheFormatsItCannotOpenYet();
     void commandsAreEnabledWhereTheyMakeSense();
 
@@ -379,6 +385,20 @@ void TestFileMenu::whatIsOpenedIsListedWhicheverEditorWasUsedLast()
     QCOMPARE(nkScenegraphService::the().getSelectedNodes().size(), 1);
 }
 
+void TestFileMenu::aSearchIsMadeAgainInTheNextScene()
+{
+    const nkAdvancedSearch search(5, nullptr, m_workbench->window());
+    const QSignalSpy asked(&search, &nkAdvancedSearch::searchChanged);
+    nkAdvancedSearchBar *bar = search.getSearchBar();
+    QCOMPARE(m_workbench->open(m_path), QString());
+    QCOMPARE(asked.count(), 0);
+    bar->lineEdit()->setText(QStringLiteral("key:k"));
+    bar->setState(nkAdvancedSearchBar::Succeeded);
+    QCOMPARE(m_workbench->open(m_path), QString());
+    QCOMPARE(asked.count(), 1);
+    QCOMPARE(asked.constFirst(), QVariantList({true, QStringLiteral("key:k")}));
+}
+
 void TestFileMenu::showsTheImportReportWhereThereIsSomethingToSay()
 {
     const auto dialog = [this] { return m_workbench->window()->findChild<ImportReportDialog *>(); };
@@ -399,6 +419,17 @@ void TestFileMenu::showsTheImportReportWhereThereIsSomethingToSay()
     QVERIFY(dialog() && dialog()->isVisible());
     QCOMPARE(m_workbench->open(m_path), QString());
     QVERIFY(!dialog());
+}
+
+void TestFileMenu::theImportReportFitsTheDisplayWhateverTheFileIsCalled()
+{
+    const QString name(240, QLatin1Char('n'));
+    const ImportReportDialog dialog(m_workbench->session()->report(), name);
+    QVERIFY2(dialog.minimumSizeHint().width() < 1000,
+             qPrintable(QString::number(dialog.minimumSizeHint().width())));
+    const QList<QLabel *> labels = dialog.findChildren<QLabel *>();
+    QCOMPARE(labels.constFirst()->accessibleName(), name);
+    QVERIFY(labels.constFirst()->toolTip().contains(name));
 }
 
 void TestFileMenu::namesTheFormatsItCannotOpenYet()

@@ -12,6 +12,7 @@ constexpr int Steps = 1000;
 /// Work that ends sooner shows nothing.
 constexpr int Moment = 600;
 constexpr int BoxWidth = 440;
+constexpr int Margins = 40;
 
 QLabel *plainLabel(const QString &text)
 {
@@ -35,7 +36,8 @@ void TaskProgress::begin(const QString &text)
 {
     auto *dialog = new QProgressDialog(m_window);
     dialog->setWindowTitle(QGuiApplication::applicationDisplayName());
-    dialog->setLabel(plainLabel(text));
+    // A file's name may have no place to break it at.
+    dialog->setLabel(plainLabel(dialog->fontMetrics().elidedText(text, Qt::ElideMiddle, BoxWidth - Margins)));
     dialog->setAccessibleName(text);
     auto *bar = new QProgressBar;
     bar->setAccessibleName(tr("Progress"));
