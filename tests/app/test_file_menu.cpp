@@ -354,6 +354,12 @@ void TestFileMenu::opensADroppedFile()
     data.setUrls({QUrl(QStringLiteral("https://example.org/a.gltf"))});
     QVERIFY(!drop(&data));
     data.setUrls({QUrl::fromLocalFile(other)});
+    {
+        QDialog question(m_workbench->window());
+        question.setModal(true);
+        question.show();
+        QVERIFY(!drop(&data));
+    }
     QVERIFY(drop(&data));
     QCOMPARE(m_workbench->session()->path(), m_path);
     QTRY_COMPARE(m_workbench->session()->path(), other);
