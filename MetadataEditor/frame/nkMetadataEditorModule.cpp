@@ -199,6 +199,7 @@ void nkMetadataEditorModule::createTable()
     connect(m_actions->handler(), &nkMetadataActionsHandler::entryCreated, this,
             [this](const nkdMetadataEntry &entry) { onEntryCreated(entry, entry.getSet()); });
     m_tableHeader->initialise();
+    m_keyValueView->setEmptyText(tableHint());
 }
 
 void nkMetadataEditorModule::createTableModel()

@@ -95,6 +95,7 @@ private:
     void onSearchFinished(bool ok, const QList<nkdMetadataSet> &sets);
     void onMetadataChanged(nkMetadataTypes::ChangeFlag flags);
     void reloadTable();
+    QString tableHint() const;
     void reloadSelectionLists();
     void showLastSelection();
     void setFocusMode(bool on);

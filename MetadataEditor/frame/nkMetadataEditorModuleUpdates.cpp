@@ -4,6 +4,7 @@
 #include "actions/nkMetadataActionsHandler.h"
 #include "frame/nkMetadataEditorUpdater.h"
 #include "table/nkMetadataKeyValueModel.h"
+#include "table/nkMetadataKeyValueRootModelItem.h"
 #include "table/nkMetadataKeyValueTreeView.h"
 #include "tree/nkMetadataTreeWidget.h"
 
@@ -18,7 +19,11 @@
 #include <nkKernelServices/nkSceneplateService.h>
 #include <nkKernelServicesGUI/nkMetadataTreeView.h>
 
+#include <QAction>
+#include <QCoreApplication>
 #include <QEvent>
+#include <QItemSelectionModel>
+#include <QMenu>
 #include <QTimer>
 
 // How the window follows the host's changes.
@@ -146,6 +151,27 @@ void nkMetadataEditorModule::reloadTable()
     m_keyValueView->setSortingEnabled(false);
     m_keyValueModel->reload();
     m_keyValueView->setSortingEnabled(true);
+    m_keyValueView->setEmptyText(tableHint());
+}
+
+QString nkMetadataEditorModule::tableHint() const
+{
+    if (m_keyValueModel->rowCount() > 0) {
+        return tr("No entry matches the filters.");
+    }
+    if (m_actions->focusModeAction()->isChecked()) {
+        return tr("The list that had the focus last has no entries.");
+    }
+    const auto hasSelection = [](const nkMetadataTreeWidget *tree) {
+        return tree->getTreeView()->selectionModel()->hasSelection();
+    };
+    // Objects without metadata are selected and yet bring no set.
+    if (m_rootItem->sets().isEmpty() && !hasSelection(m_upperTree) && !hasSelection(m_lowerTree)) {
+        return tr("Select sets or objects to see their entries.");
+    }
+    return tr("No entries. Create one with %1 > %2.")
+        .arg(QCoreApplication::translate("nkMetadataEditorMenubar", "Create"),
+             m_actions->createEntryMenu()->title());
 }
 
 void nkMetadataEditorModule::reloadSelectionLists()

@@ -3,6 +3,7 @@
 #include "table/nkMetadataIconFilterBar.h"
 #include "tree/nkMetadataModeWidget.h"
 #include "tree/nkMetadataTreeCommands.h"
+#include "tree/nkMetadataTreeHint.h"
 #include "tree/nkMetadataTreeSelection.h"
 
 #include <nkKernelServices/nkMetadataService.h>
@@ -43,6 +44,7 @@ nkMetadataTreeWidget::nkMetadataTreeWidget(QWidget *parent) : QWidget(parent)
     connectFilterBar();
     layOut();
     new nkMetadataTreeCommands(this, m_treeModel);
+    updateHint();
 }
 
 nkMetadataTreeWidget::~nkMetadataTreeWidget() = default;
@@ -111,6 +113,9 @@ void nkMetadataTreeWidget::connectView()
             [this](const QPoint &pos) { Q_EMIT showContextMenu(m_treeView->viewport()->mapToGlobal(pos)); });
     connect(m_treeView->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &nkMetadataTreeWidget::publishSelection);
+    connect(m_treeModel, &QAbstractItemModel::modelReset, this, &nkMetadataTreeWidget::updateHint);
+    connect(m_treeModel, &QAbstractItemModel::rowsInserted, this, &nkMetadataTreeWidget::updateHint);
+    connect(m_treeModel, &QAbstractItemModel::rowsRemoved, this, &nkMetadataTreeWidget::updateHint);
     connect(m_treeView, &nkMetadataTreeView::focusChanged, this, &nkMetadataTreeWidget::onFocusChanged);
 }
 
@@ -140,6 +145,14 @@ void nkMetadataTreeWidget::applyMode(TreeMode mode)
 {
     m_rootItem->setTreeMode(mode);
     reload();
+    updateHint();
+}
+
+void nkMetadataTreeWidget::updateHint()
+{
+    // The view shows it only while it has no rows: rows that the model has are hidden then.
+    m_treeView->setEmptyText(m_treeModel->rowCount() > 0 ? nkMetadataTreeHint::ofHiddenRows()
+                                                         : nkMetadataTreeHint::ofEmptyList(getMode()));
 }
 
 void nkMetadataTreeWidget::setFocusMode(bool on)

@@ -68,6 +68,7 @@ private:
     void onFocusChanged(bool hasFocus);
     void applyMode(TreeMode mode);
     void publishAllSets();
+    void updateHint();
 
     /// True exactly while a tree, whichever, hands its selection to the host.
     static bool s_handsOverSelection;

@@ -6,6 +6,13 @@
 #include "TreeKeeper.h"
 
 #include <QHeaderView>
+#include <QPainter>
+
+namespace {
+
+constexpr int emptyTextMargin = 16;
+
+} // namespace
 
 struct QNKTreeView::Private
 {
@@ -13,6 +20,8 @@ struct QNKTreeView::Private
     QPointer<RowSelectionModel> selection;
     QPointer<QItemSelectionModel> headerSelection; // always empty
     bool singleColumn = false;
+    QString emptyText;
+    QString describedAs; // the accessible description that is ours; empty: none is
 };
 
 QNKTreeView::QNKTreeView(QWidget *parent)
@@ -46,6 +55,15 @@ void QNKTreeView::setModel(QAbstractItemModel *newModel)
         connect(newModel, &QObject::destroyed, d->headerSelection, &QObject::deleteLater);
     }
     d->keeper->modelSet();
+    if (newModel) {
+        // A call for a model that the view has left only looks once too often.
+        const auto update = [this] { updateEmptyText(); };
+        connect(newModel, &QAbstractItemModel::modelReset, this, update);
+        connect(newModel, &QAbstractItemModel::rowsInserted, this, update);
+        connect(newModel, &QAbstractItemModel::rowsRemoved, this, update);
+        connect(newModel, &QAbstractItemModel::layoutChanged, this, update);
+    }
+    updateEmptyText();
 }
 
 void QNKTreeView::setSingleColumnLayout(bool on)
@@ -62,6 +80,47 @@ void QNKTreeView::setSingleColumnLayout(bool on)
 bool QNKTreeView::isSingleColumnLayout() const
 {
     return d->singleColumn;
+}
+
+void QNKTreeView::setEmptyText(const QString &text)
+{
+    if (text == d->emptyText)
+        return;
+    d->emptyText = text;
+    updateEmptyText();
+    viewport()->update();
+}
+
+QString QNKTreeView::emptyText() const
+{
+    return d->emptyText;
+}
+
+bool QNKTreeView::showsEmptyText() const
+{
+    return !d->emptyText.isEmpty() && model() && model()->rowCount(rootIndex()) == 0;
+}
+
+void QNKTreeView::updateEmptyText()
+{
+    const QString description = showsEmptyText() ? d->emptyText : QString();
+    if (description == d->describedAs)
+        return; // above all where somebody else described the view
+    d->describedAs = description;
+    setAccessibleDescription(description);
+    viewport()->update();
+}
+
+void QNKTreeView::paintEvent(QPaintEvent *event)
+{
+    QTreeView::paintEvent(event);
+    if (!showsEmptyText())
+        return;
+    QPainter painter(viewport());
+    painter.setPen(palette().color(QPalette::PlaceholderText));
+    const QRect place = viewport()->rect().adjusted(emptyTextMargin, emptyTextMargin, -emptyTextMargin,
+                                                    -emptyTextMargin);
+    painter.drawText(place, Qt::AlignCenter | Qt::TextWordWrap, d->emptyText);
 }
 
 void QNKTreeView::doItemsLayout()
