@@ -1,8 +1,11 @@
 #include "Theme.h"
 
+#include "ThemeStyle.h"
+
 #include <QApplication>
 #include <QPalette>
 #include <QStyle>
+#include <QStyleFactory>
 #include <QToolTip>
 
 namespace {
@@ -55,7 +58,8 @@ QPalette darkPalette()
 void wear(const Look &look)
 {
     if (QApplication::style()->objectName() != look.style) {
-        QApplication::setStyle(look.style);
+        QApplication::setStyle(look.style == ThemeStyle::name() ? new ThemeStyle
+                                                                : QStyleFactory::create(look.style));
     }
     QApplication::setPalette(look.palette);
     QToolTip::setPalette(look.toolTip);
@@ -79,5 +83,5 @@ void applyTheme(Theme theme)
     isAtStart = false;
     // Styles of desktops take their colours from the desktop; this one takes them from the palette.
     const QPalette colours = theme == Theme::Dark ? darkPalette() : lightPalette();
-    wear({QStringLiteral("fusion"), colours, colours});
+    wear({ThemeStyle::name(), colours, colours});
 }
