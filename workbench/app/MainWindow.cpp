@@ -1,5 +1,6 @@
 #include "MainWindow.h"
 
+#include "BoxText.h"
 #include "LayoutMemory.h"
 #include "ModuleFrame.h"
 #include "panels/EditorPanel.h"
@@ -206,7 +207,7 @@ void MainWindow::showNoScene()
 
 void MainWindow::showError(const QString &title, const QString &text)
 {
-    auto *box = new QMessageBox(QMessageBox::Warning, title, text, QMessageBox::Ok, this);
+    auto *box = new QMessageBox(QMessageBox::Warning, title, BoxText::elided(text), QMessageBox::Ok, this);
     box->setTextFormat(Qt::PlainText);
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->open();
