@@ -39,6 +39,7 @@
 #include <QLineEdit>
 #include <QStatusBar>
 #include <QTextStream>
+#include <QTimer>
 
 #include <cstdio>
 
@@ -136,9 +137,29 @@ void Workbench::createFileMenu()
     m_autosave = std::make_unique<Autosave>(m_session.get());
 }
 
-void Workbench::offerRecovery()
+bool Workbench::offerRecovery()
 {
-    m_autosave->offerAbandoned(m_window.get());
+    return m_autosave->offerAbandoned(m_window.get());
+}
+
+QString Workbench::start(const QString &path)
+{
+    // Neither do two boxes come at once, nor does what is restored take the place of what was opened.
+    const bool isRecoveryFirst = Autosave::hasAbandoned();
+    const QString error = path.isEmpty() || isRecoveryFirst ? QString() : open(path);
+    if (!error.isEmpty()) {
+        return error;
+    }
+    m_window->rememberLayout();
+    show();
+    if (isRecoveryFirst) {
+        QTimer::singleShot(0, this, [this, path] {
+            if (!offerRecovery() && !path.isEmpty()) {
+                m_files->open(path);
+            }
+        });
+    }
+    return QString();
 }
 
 void Workbench::createStartScreen()
