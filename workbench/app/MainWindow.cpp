@@ -43,6 +43,21 @@ QString menuText(const QString &text)
     return QString(text).replace(QLatin1Char('&'), QLatin1String("&&"));
 }
 
+/// The text as an entry of a menu, with the first of its letters that is no other entry's mnemonic.
+QString withFreeMnemonic(const QString &text, const QMenu *menu)
+{
+    QString taken;
+    for (const QAction *action : menu->actions()) {
+        taken += QKeySequence::mnemonic(action->text()).toString().right(1);
+    }
+    for (int i = 0; i < text.size(); ++i) {
+        if (text.at(i).isLetterOrNumber() && !taken.contains(text.at(i), Qt::CaseInsensitive)) {
+            return menuText(text.left(i)) + QLatin1Char('&') + menuText(text.mid(i));
+        }
+    }
+    return menuText(text);
+}
+
 } // namespace
 
 MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent), m_layout(this)
@@ -177,7 +192,7 @@ QMenu *MainWindow::groupMenu(const QString &group)
     for (QMenu *menu : m_view->findChildren<QMenu *>(group, Qt::FindDirectChildrenOnly)) {
         return menu;
     }
-    auto *menu = new QMenu(menuText(group), m_view);
+    auto *menu = new QMenu(withFreeMnemonic(group, m_view), m_view);
     menu->setObjectName(group);
     m_view->insertMenu(m_endOfModules, menu);
     return menu;
