@@ -28,6 +28,7 @@
 #include <nkKernelServices/nkInternalUiService.h>
 #include <nkKernelServices/nkLogService.h>
 #include <nkKernelServices/nkScenegraphService.h>
+#include <nkKernelServicesGUI/nkMetadataModuleSelection.h>
 #include <nkQt4Ext/QNKViewBase.h>
 #include <nkQt4Ext/nkIconManager.h>
 
@@ -228,6 +229,8 @@ void Workbench::showMetadata()
             nodes.append(nkdNode(nkdObject(id, kind)));
         }
     }
+    // Whatever was selected last in the scene before: these are what the editor lists.
+    nkMetadataModuleSelection::the().setLastSelectionModule(int(EditorModule::Scenegraph));
     nkScenegraphService::the().setSelection(nodes);
     Q_EMIT nkInternalUiService::the().requestMetadataEditorSelectionModeInLowerTree();
 }
