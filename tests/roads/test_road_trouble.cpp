@@ -46,6 +46,7 @@ class TestRoadTrouble : public QObject
     Q_OBJECT
 private Q_SLOTS:
     void a_file_that_somebody_else_has_changed_is_left_alone_and_the_work_saved_elsewhere();
+    void files_that_are_no_scenes_are_refused_and_the_open_scene_goes_on();
     void work_of_a_program_that_was_killed_is_restored_and_saved();
 };
 
@@ -89,6 +90,28 @@ void TestRoadTrouble::a_file_that_somebody_else_has_changed_is_left_alone_and_th
     }
     road.expect(QStringLiteral("room.gltf"), theirs);
     road.expect(QStringLiteral("mine.gltf"), edited());
+}
+
+void TestRoadTrouble::files_that_are_no_scenes_are_refused_and_the_open_scene_goes_on()
+{
+    Road road;
+    road.write(QStringLiteral("room.gltf"), RoadScene::plain());
+    road.write(QStringLiteral("words.gltf"), "This is no scene.");
+    road.write(QStringLiteral("cut.gltf"), RoadScene::plain().left(300));
+    road.write(QStringLiteral("cut.glb"), QByteArray("glTF\2\0\0\0\14\0\0\0", 12));
+    road.write(QStringLiteral("lies.obj"), QByteArray("\x89PNG\r\n\x1a\n\0\0\0\1", 12));
+    road.start(QStringLiteral("room.gltf"));
+    for (const char *name : {"words.gltf", "cut.gltf", "cut.glb", "lies.obj"}) {
+        // The box comes from the event loop, after the file dialog has gone.
+        const ModalAnswer file([&](QDialog *dialog) { road.typeName(dialog, QLatin1String(name)); });
+        const ModalAnswer told([](QDialog *dialog) { press(dialog, QStringLiteral("OK")); });
+        Hands::press(Qt::Key_O, Qt::ControlModifier);
+        QTRY_VERIFY(told.given());
+        QVERIFY2(told.record().text.contains(QLatin1String(name)), qPrintable(told.record().text));
+    }
+    editLamp(road);
+    road.save();
+    road.expect(QStringLiteral("room.gltf"), edited());
 }
 
 void TestRoadTrouble::work_of_a_program_that_was_killed_is_restored_and_saved()
