@@ -1,7 +1,7 @@
 #include "harness/BenchmarkRegistry.h"
 
-#include "interchange/StringLibrary.h"
-#include "interchange/StringLibraryFile.h"
+#include "interchange/libraries/StringLibrary.h"
+#include "interchange/libraries/StringLibraryFile.h"
 
 #include <QCompleter>
 #include <QFile>

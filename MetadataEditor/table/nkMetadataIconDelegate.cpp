@@ -109,6 +109,20 @@ bool nkMetadataIconDelegate::eventFilter(QObject *object, QEvent *event)
     return QItemDelegate::eventFilter(object, event);
 }
 
+namespace {
+
+/// Where the base draws a decoration as it is to stand in this rectangle: it takes the pixels of a sharper picture
+/// for the size that it is drawn in.
+QRect placeFor(const QPixmap &pixmap, const QStyleOptionViewItem &option, const QRect &rect)
+{
+    const QSize size = pixmap.size() / pixmap.devicePixelRatio();
+    const QPoint place =
+        QStyle::alignedRect(option.direction, option.decorationAlignment, size, rect).topLeft();
+    return {place, pixmap.size()};
+}
+
+} // namespace
+
 void nkMetadataIconDelegate::drawDecoration(QPainter *painter, const QStyleOptionViewItem &option,
                                             const QRect &rect, const QPixmap &pixmap) const
 {
@@ -117,7 +131,7 @@ void nkMetadataIconDelegate::drawDecoration(QPainter *painter, const QStyleOptio
         m_iconWidth = rect.width();
     }
     if (!(option.state & QStyle::State_Selected) || !rect.isValid()) {
-        QItemDelegate::drawDecoration(painter, option, rect, pixmap);
+        QItemDelegate::drawDecoration(painter, option, placeFor(pixmap, option, rect), pixmap);
         return;
     }
     // In the colour of the row's texts: the mid-tones of an icon vanish in the highlight.
@@ -127,7 +141,7 @@ void nkMetadataIconDelegate::drawDecoration(QPainter *painter, const QStyleOptio
     drawn.fill(Qt::transparent);
     QPainter onto(&drawn);
     onto.translate(-rect.topLeft());
-    QItemDelegate::drawDecoration(&onto, option, rect, pixmap);
+    QItemDelegate::drawDecoration(&onto, option, placeFor(pixmap, option, rect), pixmap);
     onto.setCompositionMode(QPainter::CompositionMode_SourceIn);
     onto.fillRect(rect, selectedTextColor(option));
     onto.end();

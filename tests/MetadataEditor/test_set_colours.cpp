@@ -7,7 +7,35 @@
 #include <TestMain.h>
 #include <nkQt4Ext/QNKColorDialog.h>
 
+#include <QBitmap>
 #include <QMouseEvent>
+#include <QPainter>
+
+namespace {
+
+/// Draws an icon without a view.
+class OpenDelegate : public nkMetadataIconDelegate
+{
+public:
+    using nkMetadataIconDelegate::drawDecoration;
+};
+
+/// What is drawn into a cell of 40 × 40 with a place for an icon of 16 × 16 in its middle.
+QRect drawnBy(const OpenDelegate &delegate, const QPixmap &pixmap, QStyle::State state)
+{
+    QImage image(40, 40, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    QStyleOptionViewItem option;
+    option.rect = image.rect();
+    option.state = state;
+    option.decorationAlignment = Qt::AlignCenter;
+    delegate.drawDecoration(&painter, option, QRect(12, 12, 16, 16), pixmap);
+    painter.end();
+    return QRegion(QBitmap::fromImage(image.createAlphaMask())).boundingRect();
+}
+
+} // namespace
 
 /// The icon column: the click that opens the colour dialog, the cursor over the icon, what the dialog writes.
 class TestSetColours : public QObject
@@ -56,6 +84,23 @@ private Q_SLOTS:
             farthest = qMax(farthest, qAbs(qGray(image.pixel(x, image.height() / 2)) - highlight));
         }
         QVERIFY2(farthest > 60, qPrintable(QString::number(farthest)));
+    }
+
+    void an_icon_of_a_sharper_display_stays_in_its_place_data()
+    {
+        QTest::addColumn<bool>("isSelected");
+        QTest::newRow("plain") << false;
+        QTest::newRow("selected") << true;
+    }
+    void an_icon_of_a_sharper_display_stays_in_its_place()
+    {
+        QFETCH(bool, isSelected);
+        QPixmap pixmap(32, 32);
+        pixmap.setDevicePixelRatio(2);
+        pixmap.fill(Qt::red);
+        const QStyle::State state = QStyle::State_Enabled
+                                    | (isSelected ? QStyle::State_Selected : QStyle::State_None);
+        QCOMPARE(drawnBy(OpenDelegate(), pixmap, state), QRect(12, 12, 16, 16));
     }
 
     void the_dialog_is_made_without_a_parent()

@@ -2,7 +2,7 @@
 
 #include <TestMain.h>
 #include <gui/preferences/MetadataCompletions.h>
-#include <interchange/StringLibraries.h>
+#include <interchange/libraries/StringLibraries.h>
 
 #include <QAbstractItemView>
 #include <QCompleter>

@@ -12,8 +12,11 @@
 #include <nkKernelServices/nkMetadataService.h>
 #include <nkKernelServices/nkPlatformService.h>
 
+#include <QAbstractButton>
 #include <QAction>
 #include <QFile>
+#include <QLabel>
+#include <QMenuBar>
 
 /// The asset panel in the workbench.
 class TestAssetDock : public QObject
@@ -48,6 +51,26 @@ private Q_SLOTS:
         m_dock->action()->trigger();
         QVERIFY(m_dock->isHidden());
         QVERIFY(!m_dock->action()->isChecked());
+    }
+
+    void the_panel_takes_no_key_of_the_menu_bar()
+    {
+        QStringList keys;
+        for (const QAction *menu : window()->menuBar()->actions()) {
+            keys << QKeySequence::mnemonic(menu->text()).toString();
+        }
+        QStringList own;
+        for (const QLabel *label : m_dock->panel()->findChildren<QLabel *>()) {
+            own << (label->buddy() ? QKeySequence::mnemonic(label->text()).toString() : QString());
+        }
+        for (const QAbstractButton *button : m_dock->panel()->findChildren<QAbstractButton *>()) {
+            own << QKeySequence::mnemonic(button->text()).toString();
+        }
+        own.removeAll(QString());
+        QVERIFY(own.size() >= 4);
+        for (const QString &key : qAsConst(own)) {
+            QVERIFY2(!keys.contains(key) && own.count(key) == 1, qPrintable(key));
+        }
     }
 
     void another_database_is_chosen_from_the_menu()

@@ -1,4 +1,5 @@
 #include "../interchange/FaultyFileCalls.h"
+#include "Crash.h"
 #include "MainWindow.h"
 #include "Workbench.h"
 #include "files/Autosave.h"
@@ -8,7 +9,7 @@
 
 #include <ModalAnswer.h>
 #include <TestMain.h>
-#include <interchange/GlbContainer.h>
+#include <interchange/gltf/GlbContainer.h>
 #include <kernel/document/Document.h>
 #include <nkKernelServices/nkLogService.h>
 #include <nkKernelServices/nkMetadataService.h>
@@ -24,10 +25,6 @@
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QUndoStack>
-
-#include <csignal>
-#include <sys/wait.h>
-#include <unistd.h>
 
 using kernel::Document;
 
@@ -113,24 +110,9 @@ private:
         m_workbench->offerRecovery();
         QVERIFY(yes.given());
     }
-    /// Lets a process of its own do this and die as in a crash.
-    template <typename Work>
-    static void crashAfter(const Work &work)
-    {
-        const pid_t child = fork();
-        QVERIFY(child >= 0);
-        if (child == 0) {
-            work();
-            ::raise(SIGKILL);
-            _exit(1);
-        }
-        int status = 0;
-        QCOMPARE(waitpid(child, &status, 0), child);
-        QVERIFY(WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL);
-    }
     void crashWithValue(int value) const
     {
-        crashAfter([this, value] {
+        Crash::after([this, value] {
             entry().setValue(value);
             autosave()->write();
         });
@@ -328,7 +310,7 @@ void TestAutosave::aFileThatIsGoneIsWrittenAgain()
 void TestAutosave::aSceneWithoutAFileIsRestoredAsOne()
 {
     trigger("fileNew");
-    crashAfter([this] {
+    Crash::after([this] {
         nkMetadataService::the().createSet(QStringLiteral("Fresh"), {});
         autosave()->write();
     });
@@ -388,7 +370,7 @@ void TestAutosave::aRestoredSceneThatCrashesAgainIsOfferedAgain()
     crashWithValue(2);
     restart();
     // All of it in the process that dies: what is held by this one is not offered.
-    crashAfter([this] {
+    Crash::after([this] {
         for (std::unique_ptr<RecoverySlot> &slot : RecoverySlot::abandoned()) {
             session()->recover(slot->copy(), slot->note().file, true);
         }
@@ -452,7 +434,7 @@ void TestAutosave::aProgramKilledAtAnyCallOfTheSystemLeavesAWholeCopy()
     int calls = 0;
     for (int at = 1; at <= qMax(calls, 1); ++at) {
         QDir(root()).removeRecursively();
-        crashAfter([this, at] {
+        Crash::after([this, at] {
             entry().setValue(2);
             autosave()->write();
             entry().setValue(3);

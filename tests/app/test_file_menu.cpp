@@ -11,15 +11,23 @@
 #include <TestMain.h>
 #include <kernel/document/Document.h>
 #include <nkKernelServices/nkMetadataService.h>
+#include <nkKernelServices/nkScenegraphService.h>
 #include <nkKernelServices/nkdMetadata.h>
+#include <nkKernelServicesGUI/nkAdvancedSearch.h>
+#include <nkKernelServicesGUI/nkAdvancedSearchBar.h>
+#include <nkKernelServicesGUI/nkMetadataModuleSelection.h>
 
 #include <QAction>
 #include <QDropEvent>
 #include <QFileDialog>
+#include <QLabel>
 #include <QLineEdit>
 #include <QLoggingCategory>
 #include <QMenu>
 #include <QMimeData>
+#include <QSignalSpy>
+#include <QStandardPaths>
+#include <QStatusBar>
 #include <QTemporaryDir>
 #include <QTreeWidget>
 #include <QUndoStack>
@@ -45,7 +53,11 @@ private Q_SLOTS:
     void asksBeforeOverwritingSomebodyElsesChanges();
     void remembersRecentFilesAndGreysThoseThatAreGone();
     void opensADroppedFile();
+    void looksForScenesAtHomeWhereThereIsNoFolderForDocuments();
+    void whatIsOpenedIsListedWhicheverEditorWasUsedLast();
+    void aSearchIsMadeAgainInTheNextScene();
     void showsTheImportReportWhereThereIsSomethingToSay();
+    void theImportReportFitsTheDisplayWhateverTheFileIsCalled();
     void namesTheFormatsItCannotOpenYet();
     void commandsAreEnabledWhereTheyMakeSense();
 
@@ -279,10 +291,13 @@ void TestFileMenu::asksBeforeOverwritingSomebodyElsesChanges()
         write(QStringLiteral("elsewhere.gltf"), scene("9"));
     }
     entry().setValue(3);
+    m_workbench->window()->statusBar()->clearMessage();
     const ModalAnswer overwrite = ModalAnswer::button(QStringLiteral("Overwrite"));
     trigger("fileSave");
     QCOMPARE(read(m_workbench->session()->path()), scene("3"));
     QVERIFY(!Document::the().isModified());
+    QCOMPARE(m_workbench->window()->statusBar()->currentMessage(),
+             QStringLiteral("“elsewhere.gltf” is saved"));
 }
 
 void TestFileMenu::remembersRecentFilesAndGreysThoseThatAreGone()
@@ -339,9 +354,55 @@ void TestFileMenu::opensADroppedFile()
     data.setUrls({QUrl(QStringLiteral("https://example.org/a.gltf"))});
     QVERIFY(!drop(&data));
     data.setUrls({QUrl::fromLocalFile(other)});
+    {
+        QDialog question(m_workbench->window());
+        question.setModal(true);
+        question.show();
+        QVERIFY(!drop(&data));
+    }
     QVERIFY(drop(&data));
     QCOMPARE(m_workbench->session()->path(), m_path);
     QTRY_COMPARE(m_workbench->session()->path(), other);
+}
+
+void TestFileMenu::looksForScenesAtHomeWhereThereIsNoFolderForDocuments()
+{
+    QVERIFY(!QFileInfo::exists(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation)));
+    trigger("fileClose");
+    RecentFiles::clear();
+    QString folder;
+    QString name;
+    const ModalAnswer answer([&folder, &name](QDialog *dialog) {
+        folder = qobject_cast<QFileDialog *>(dialog)->directory().absolutePath();
+        name = dialog->findChild<QLineEdit *>()->text();
+        dialog->reject();
+    });
+    trigger("fileOpen");
+    QCOMPARE(folder, QDir::homePath());
+    QCOMPARE(name, QString());
+}
+
+void TestFileMenu::whatIsOpenedIsListedWhicheverEditorWasUsedLast()
+{
+    nkMetadataModuleSelection &last = nkMetadataModuleSelection::the();
+    last.setLastSelectionModule(int(EditorModule::Material));
+    QCOMPARE(m_workbench->open(m_path), QString());
+    QCOMPARE(last.getLastSelectionModule(), int(EditorModule::Scenegraph));
+    QCOMPARE(nkScenegraphService::the().getSelectedNodes().size(), 1);
+}
+
+void TestFileMenu::aSearchIsMadeAgainInTheNextScene()
+{
+    const nkAdvancedSearch search(5, nullptr, m_workbench->window());
+    const QSignalSpy asked(&search, &nkAdvancedSearch::searchChanged);
+    nkAdvancedSearchBar *bar = search.getSearchBar();
+    QCOMPARE(m_workbench->open(m_path), QString());
+    QCOMPARE(asked.count(), 0);
+    bar->lineEdit()->setText(QStringLiteral("key:k"));
+    bar->setState(nkAdvancedSearchBar::Succeeded);
+    QCOMPARE(m_workbench->open(m_path), QString());
+    QCOMPARE(asked.count(), 1);
+    QCOMPARE(asked.constFirst(), QVariantList({true, QStringLiteral("key:k")}));
 }
 
 void TestFileMenu::showsTheImportReportWhereThereIsSomethingToSay()
@@ -364,6 +425,17 @@ void TestFileMenu::showsTheImportReportWhereThereIsSomethingToSay()
     QVERIFY(dialog() && dialog()->isVisible());
     QCOMPARE(m_workbench->open(m_path), QString());
     QVERIFY(!dialog());
+}
+
+void TestFileMenu::theImportReportFitsTheDisplayWhateverTheFileIsCalled()
+{
+    const QString name(240, QLatin1Char('n'));
+    const ImportReportDialog dialog(m_workbench->session()->report(), name);
+    QVERIFY2(dialog.minimumSizeHint().width() < 1000,
+             qPrintable(QString::number(dialog.minimumSizeHint().width())));
+    const QList<QLabel *> labels = dialog.findChildren<QLabel *>();
+    QCOMPARE(labels.constFirst()->accessibleName(), name);
+    QVERIFY(labels.constFirst()->toolTip().contains(name));
 }
 
 void TestFileMenu::namesTheFormatsItCannotOpenYet()

@@ -184,9 +184,12 @@ void TestPanelDrops::selectionAndExpansionSurviveAMove()
     PanelFixture f(EditorModule::Scenegraph);
     f.show();
     f.view->expandAll();
+    f.view->collapse(f.row("Plain"));
     f.service.select(f.idsOf({"Hand", "Lamp"}));
     f.forgetCounts();
+    kernel::Document::the().createObject(nkObjectType::Node, QStringLiteral("Child"), f.id("Plain"));
     QVERIFY(Document::the().moveObjects(f.idsOf({"Arm"}), 0, 0));
+    QVERIFY(!f.view->isExpanded(f.row("Plain")));
     QVERIFY(f.view->isExpanded(f.row("Arm")) && f.view->isExpanded(f.row("Root")));
     QCOMPARE(f.selection(), (QStringList{"Hand", "Lamp"}));
     QStringList shown = f.shownSelection();

@@ -3,6 +3,7 @@
 #include "TestMain.h"
 #include "WindowFocus.h"
 
+#include <QElapsedTimer>
 #include <QLabel>
 #include <QMainWindow>
 #include <QProgressBar>
@@ -34,6 +35,7 @@ private Q_SLOTS:
     void work_that_ends_soon_shows_nothing();
     void long_work_shows_plain_text_and_how_far_it_is();
     void cancelling_ends_the_work();
+    void work_that_stands_still_is_shown_and_can_be_cancelled();
     void escape_cancels();
     void a_window_that_goes_cancels();
 
@@ -92,6 +94,19 @@ void TestTaskProgress::cancelling_ends_the_work()
     // The next work begins anew.
     m_progress->begin(QStringLiteral("Next"));
     QVERIFY(m_progress->advance(0.1));
+    m_progress->end();
+}
+
+void TestTaskProgress::work_that_stands_still_is_shown_and_can_be_cancelled()
+{
+    m_progress->begin(QStringLiteral("Long"));
+    QElapsedTimer time;
+    time.start();
+    // Nobody else lets events through.
+    while (!advanceUntilShown(0.3) && !time.hasExpired(10000)) {}
+    QVERIFY(box()->isVisible());
+    QMetaObject::invokeMethod(box(), "cancel", Qt::QueuedConnection);
+    QVERIFY(!m_progress->advance(0.3));
     m_progress->end();
 }
 

@@ -14,6 +14,7 @@ private Q_SLOTS:
     void readsNothingWhileNobodyLooks();
     void anotherSceneTakesThePlaceOfOneThatIsBeingRead();
     void showsGeometryThatTheSourceBrought();
+    void aSceneOfAnotherKindWithoutGeometryIsBlank();
     void deletedObjectsVanishAndComeBackByUndo();
     void deletedObjectsAreNotPickedBeforeTheyVanish();
     void aNewNameMovesNothing();
@@ -88,6 +89,19 @@ void TestViewportScene::showsGeometryThatTheSourceBrought()
     QVERIFY(waitFor(scene));
     QCOMPARE(f.shown(scene), QStringList{"Empty"});
     QCOMPARE(scene.troubles(), geometry->troubles);
+}
+
+void TestViewportScene::aSceneOfAnotherKindWithoutGeometryIsBlank()
+{
+    const ViewportFixture f;
+    auto source = std::make_shared<interchange::SceneSource>(*f.source);
+    source->json.clear();
+    ViewportScene scene;
+    scene.setActive(true);
+    scene.setSource(source);
+    QVERIFY(waitFor(scene));
+    QVERIFY(scene.isBlank());
+    QCOMPARE(scene.troubles(), QStringList());
 }
 
 void TestViewportScene::deletedObjectsVanishAndComeBackByUndo()

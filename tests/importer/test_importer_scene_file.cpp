@@ -22,6 +22,7 @@ private Q_SLOTS:
     void init();
     void opensNodesMaterialsAndMetadata();
     void keepsMetadataInTheSidecar();
+    void findsItsObjectsInACopyOfAnotherName();
     void findsItsObjectsInANewerFile();
     void keepsTheOpenSceneWhereAFileIsBad_data();
     void keepsTheOpenSceneWhereAFileIsBad();
@@ -75,6 +76,22 @@ void TestImporterSceneFile::keepsMetadataInTheSidecar()
     QVERIFY(m_f->open(path));
     QCOMPARE(SavingFixture::ownSet(QStringLiteral("Tree")).getEntries().at(1).getValue(),
              QVariant(QStringLiteral("oak")));
+}
+
+/// The library names the root of some kinds after the file.
+void TestImporterSceneFile::findsItsObjectsInACopyOfAnotherName()
+{
+    QVERIFY(m_f->open(m_f->write(QStringLiteral("box.obj"), ImporterFixture::triangleObj())));
+    const QList<quint64> ids = SavingFixture::allObjects();
+    for (const quint64 id : ids)
+        SavingFixture::ownSet(nkdObject(id)).setColor(QColor(1, 2, 3));
+    const QString copy = m_f->folder.filePath(QStringLiteral("copy.obj"));
+    QCOMPARE(SceneFile::save(copy, m_f->source).outcome, SavingFixture::Saved::Done);
+    QVERIFY(m_f->open(copy));
+    QVERIFY(m_f->report.refused().isEmpty() && m_f->report.notes().isEmpty());
+    QCOMPARE(SavingFixture::allObjects().size(), ids.size());
+    for (const quint64 id : SavingFixture::allObjects())
+        QCOMPARE(SavingFixture::ownSet(nkdObject(id)).getColor(), QColor(1, 2, 3));
 }
 
 void TestImporterSceneFile::findsItsObjectsInANewerFile()

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <interchange/GltfReader.h>
-#include <interchange/JsonReader.h>
-#include <interchange/JsonValue.h>
+#include <interchange/gltf/GltfReader.h>
+#include <interchange/json/JsonReader.h>
+#include <interchange/json/JsonValue.h>
 
 #include <QByteArray>
 #include <QVariant>

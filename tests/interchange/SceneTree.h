@@ -2,8 +2,8 @@
 
 #include "SavingFixture.h"
 
-#include <interchange/GlbContainer.h>
-#include <interchange/GltfAnnex.h>
+#include <interchange/gltf/GlbContainer.h>
+#include <interchange/gltf/GltfAnnex.h>
 
 #include <QBuffer>
 #include <QMatrix4x4>

@@ -1,7 +1,7 @@
 #include "Fixtures.h"
 #include "TestMain.h"
 
-#include <interchange/ExtrasKey.h>
+#include <interchange/gltf/ExtrasKey.h>
 
 using namespace interchange;
 using namespace Fixtures;

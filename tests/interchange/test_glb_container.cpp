@@ -1,7 +1,7 @@
 #include "Fixtures.h"
 #include "TestMain.h"
 
-#include <interchange/GlbContainer.h>
+#include <interchange/gltf/GlbContainer.h>
 
 #include <QBuffer>
 

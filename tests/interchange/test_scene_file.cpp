@@ -336,7 +336,7 @@ void TestSceneFile::badFilesLeaveTheSceneAlone_data()
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<QString>("words");
     QTest::newRow("empty") << QByteArray() << "empty";
-    QTest::newRow("another format") << QByteArray("ISO-10303-21;") << "no glTF scene";
+    QTest::newRow("another format") << QByteArray("%PDF-1.7\n") << "no glTF scene";
     QTest::newRow("JSON that is no object") << QByteArray("[1]") << "no glTF scene";
     QTest::newRow("JSON that is no scene") << QByteArray("{\"a\":1}") << "asset";
     QTest::newRow("blanks only") << QByteArray("  \n") << "empty";

@@ -2,9 +2,9 @@
 #include "SceneVariety.h"
 #include "TestMain.h"
 
-#include <interchange/GlbContainer.h>
-#include <interchange/JsonReader.h>
-#include <interchange/JsonValue.h>
+#include <interchange/gltf/GlbContainer.h>
+#include <interchange/json/JsonReader.h>
+#include <interchange/json/JsonValue.h>
 
 #include <nkKernelServices/nkScopedUndo.h>
 

@@ -1,7 +1,7 @@
 #include "SavingFixture.h"
 #include "TestMain.h"
 
-#include <interchange/GltfAnnex.h>
+#include <interchange/gltf/GltfAnnex.h>
 
 #include <QDateTime>
 

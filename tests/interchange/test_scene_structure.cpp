@@ -2,6 +2,7 @@
 #include "StructureVariety.h"
 #include "TestMain.h"
 
+#include <QDirIterator>
 #include <QUndoStack>
 
 using namespace Fixtures;
@@ -24,6 +25,8 @@ private Q_SLOTS:
     void undoPastASaveBringsEverythingBack();
     void undoOfEverythingGivesTheSameBytes_data();
     void undoOfEverythingGivesTheSameBytes();
+    void aChangedTreeOfAnyFileIsOpenedAgain_data() { undoOfEverythingGivesTheSameBytes_data(); }
+    void aChangedTreeOfAnyFileIsOpenedAgain();
     void reorderedChildrenAreRewrittenInPlace();
     void groupingMovesNothingInTheWorld();
     void movedNodesKeepTheirPlace();
@@ -50,6 +53,22 @@ quint64 find(const char *name)
 quint64 make(nkObjectType type, const char *name, quint64 parent = 0)
 {
     return document().createObject(type, QLatin1String(name), parent);
+}
+
+/// One of everything: made, moved out of its parent, deleted.
+void changeTree()
+{
+    const QList<quint64> roots = document().topLevelNodes();
+    const quint64 group = make(nkObjectType::Node, "G");
+    make(nkObjectType::Light, "L", group);
+    make(nkObjectType::MaterialGroup, "M");
+    document().createSceneplate(QStringLiteral("P"), QStringLiteral("/a.png"),
+                                kernel::SceneplatePlacement::InFront, group);
+    if (roots.isEmpty())
+        return;
+    document().moveObjects(document().childrenOf(roots.first()).mid(0, 3), group);
+    document().moveObjects({roots.first()}, group);
+    document().deleteObjects({roots.last(), document().childrenOf(roots.first()).value(0)});
 }
 
 const QByteArray Pair = R"("scenes":[{"nodes":[0]}],"nodes":[{"name":"A","children":[1]},{"name":"B"}])";
@@ -212,6 +231,13 @@ void TestSceneStructure::undoOfEverythingGivesTheSameBytes_data()
     QTest::addColumn<QByteArray>("content");
     for (int i = 0; i < StructureVariety::Count; ++i)
         QTest::addRow("made %d", i) << StructureVariety::file(i);
+    // Files of others that a developer may have beside the project.
+    QDirIterator more(qEnvironmentVariable("NK_MORE_SAMPLES", QStringLiteral(NK_MORE_SAMPLES)),
+                      {"*.gltf", "*.glb"}, QDir::Files, QDirIterator::Subdirectories);
+    while (more.hasNext()) {
+        const QString path = more.next();
+        QTest::newRow(qPrintable(QFileInfo(path).fileName())) << SavingFixture::read(path);
+    }
 }
 
 void TestSceneStructure::undoOfEverythingGivesTheSameBytes()
@@ -219,18 +245,28 @@ void TestSceneStructure::undoOfEverythingGivesTheSameBytes()
     QFETCH(QByteArray, content);
     SavingFixture scene;
     QVERIFY(scene.openContent(content));
-    const QList<quint64> roots = document().topLevelNodes();
-    const quint64 group = make(nkObjectType::Node, "G");
-    make(nkObjectType::Light, "L", group);
-    make(nkObjectType::MaterialGroup, "M");
-    document().createSceneplate(QStringLiteral("P"), QStringLiteral("/a.png"),
-                                kernel::SceneplatePlacement::InFront, group);
-    if (!roots.isEmpty()) {
-        QVERIFY(document().moveObjects({roots.first()}, group));
-        QVERIFY(document().deleteObjects({roots.last()}));
-    }
+    changeTree();
     document().undoStack()->setIndex(0);
     QCOMPARE(scene.saved(), content);
+}
+
+void TestSceneStructure::aChangedTreeOfAnyFileIsOpenedAgain()
+{
+    QFETCH(QByteArray, content);
+    SavingFixture scene;
+    QVERIFY(scene.openContent(content));
+    const QString before = SceneTree::dump();
+    changeTree();
+    const QString changed = SceneTree::dump();
+    QCOMPARE(scene.save().outcome, SavingFixture::Saved::Done);
+    const QByteArray kept = SavingFixture::read(scene.path);
+    QCOMPARE(SceneTree::fault(kept), QString());
+    document().undoStack()->setIndex(0);
+    QCOMPARE(scene.save().outcome, SavingFixture::Saved::Done);
+    QVERIFY(scene.open(scene.path));
+    QCOMPARE(SceneTree::dump(), before);
+    QVERIFY(scene.openContent(kept));
+    QCOMPARE(SceneTree::dump(), changed);
 }
 
 void TestSceneStructure::reorderedChildrenAreRewrittenInPlace()

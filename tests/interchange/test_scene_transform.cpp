@@ -1,7 +1,7 @@
 #include "TestMain.h"
 
-#include <interchange/GltfTransform.h>
-#include <interchange/JsonReader.h>
+#include <interchange/gltf/GltfTransform.h>
+#include <interchange/json/JsonReader.h>
 
 #include <QtTest>
 

@@ -1,6 +1,6 @@
 #include <SceneFixture.h>
 #include <TestMain.h>
-#include <interchange/StringLibraries.h>
+#include <interchange/libraries/StringLibraries.h>
 #include <kernel/services/DurableFile.h>
 #include <nkKernelServices/nkLogService.h>
 #include <nkKernelServices/nkMetadataService.h>

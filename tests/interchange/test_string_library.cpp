@@ -1,5 +1,5 @@
 #include <TestMain.h>
-#include <interchange/StringLibrary.h>
+#include <interchange/libraries/StringLibrary.h>
 
 #include <algorithm>
 #include <random>

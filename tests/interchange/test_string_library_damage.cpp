@@ -1,6 +1,6 @@
 #include <TestMain.h>
-#include <interchange/StringLibraryFile.h>
-#include <interchange/StringLibraryText.h>
+#include <interchange/libraries/StringLibraryFile.h>
+#include <interchange/libraries/StringLibraryText.h>
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -100,7 +100,7 @@ private Q_SLOTS:
     {
         std::mt19937 random(5);
         const QTemporaryDir folder;
-        for (int i = 0; i < 1000; ++i) {
+        for (int i = mutantCount(1000); i > 0; --i) {
             const QString path = folder.filePath(i % 2 == 0 ? "a.txt" : "a.csv");
             const QByteArray text = mutant(random);
             QFile file(path);

@@ -1,5 +1,5 @@
 #include <TestMain.h>
-#include <interchange/StringLibraryFile.h>
+#include <interchange/libraries/StringLibraryFile.h>
 
 #include <QDir>
 #include <QFile>

@@ -72,7 +72,7 @@ public:
         nkdMetadataSet asset = nkMetadataService::the().createSet(
             QStringLiteral("Asset"), {object(QStringLiteral("Oak")), object(QStringLiteral("Ground floor"))});
         asset.setColor(QColor(9, 8, 7));
-        document().setAssetState(asset.getObjectId(), kernel::AssetState::AtRest,
-                                 QStringLiteral("chairs/12"));
+        document().setAssetState(asset.getObjectId(), kernel::AssetState::AtRest, QStringLiteral("chairs/12"),
+                                 3);
     }
 };

@@ -12,6 +12,7 @@
 #include <QAction>
 #include <QDropEvent>
 #include <QFileDialog>
+#include <QLabel>
 #include <QLoggingCategory>
 #include <QMenu>
 #include <QMimeData>
@@ -29,6 +30,7 @@ private Q_SLOTS:
     void init();
     void cleanup();
     void titleAndRecentFilesNameTheModel();
+    void saysThatNoShapesAreDrawn();
     void savesBesideTheModel();
     void asksBeforeChangesAreLost();
     void asksBeforeOverwritingChangedMetadata();
@@ -104,6 +106,15 @@ void TestAppForeignScene::titleAndRecentFilesNameTheModel()
     QVERIFY(!m_workbench->window()->isWindowModified());
     trigger("fileClose");
     QVERIFY(!m_workbench->session()->isForeign());
+}
+
+void TestAppForeignScene::saysThatNoShapesAreDrawn()
+{
+    auto *notice = m_workbench->window()->findChild<QLabel *>(QStringLiteral("notice"));
+    QVERIFY(notice);
+    QTRY_VERIFY(!notice->isHidden());
+    QVERIFY2(notice->text().startsWith(QStringLiteral("The shapes of IFC models are not drawn")),
+             qPrintable(notice->text()));
 }
 
 void TestAppForeignScene::savesBesideTheModel()

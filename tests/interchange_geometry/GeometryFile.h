@@ -1,8 +1,8 @@
 #pragma once
 
-#include <interchange/GlbContainer.h>
 #include <interchange/SceneSource.h>
 #include <interchange/geometry/GltfGeometryReader.h>
+#include <interchange/gltf/GlbContainer.h>
 
 #include <QFile>
 #include <QTemporaryDir>

@@ -12,7 +12,7 @@ struct Room
     QStringList modules; ///< Qt modules ("QtCore") whose headers may be included
     QStringList headers; ///< single Qt headers beyond these modules
     bool system = false; ///< whether headers of the operating system may be included
-    QString library;     ///< folder of the headers of one more library that may be included; empty for none
+    QString library{};   ///< folder of the headers of one more library that may be included; empty for none
 };
 
 /// Which room may include which: the table of rooms and doors in docs/architecture.md, as data.

@@ -40,7 +40,7 @@ void LayerCheckTest::init()
     for (const char *file :
          {"host/nkKernelServices/nkdNode.h", "host/nkQt4Ext/QNKTreeView.h",
           "host/nkKernelServicesGUI/nkModel.h", "workbench/kernel/Document.h", "workbench/widgets/Rows.h",
-          "workbench/interchange/GltfReader.h", "workbench/interchange/importer/FlatForm.h",
+          "workbench/interchange/gltf/GltfReader.h", "workbench/interchange/importer/FlatForm.h",
           "workbench/app/MainWindow.h", "MetadataEditor/frame/Window.h", "MetadataEditor/table/Table.h",
           "MetadataEditor/tree/Tree.h", "MetadataEditor/actions/Actions.h",
           "MetadataEditor/preferences/Page.h"})
@@ -118,11 +118,11 @@ void LayerCheckTest::judgesIncludes_data()
         {"workbench/app", "<QSqlQuery>", false},
         {"workbench/importer", "<assimp/scene.h>", true},
         {"workbench/importer", "<interchange/importer/FlatForm.h>", true},
-        {"workbench/importer", "<interchange/GltfReader.h>", false},
+        {"workbench/importer", "<interchange/gltf/GltfReader.h>", false},
         {"workbench/importer", "<QString>", false},
         {"workbench/interchange", "<assimp/scene.h>", false},
         {"workbench/app", "<assimp/scene.h>", false},
-        {"workbench/app", "<interchange/GltfReader.h>", true},
+        {"workbench/app", "<interchange/gltf/GltfReader.h>", true},
         {"workbench/app", "<table/Table.h>", false},
         {"workbench/app", "<somewhere/else.h>", false},
     };

@@ -2,6 +2,7 @@
 
 #include "kernel/services/Progress.h"
 
+#include <QElapsedTimer>
 #include <QPointer>
 
 class QProgressDialog;
@@ -22,6 +23,9 @@ public:
     void end() override;
 
 private:
+    void standStill();
+
     QPointer<QWidget> m_window;
     QPointer<QProgressDialog> m_dialog;
+    QElapsedTimer m_begun;
 };

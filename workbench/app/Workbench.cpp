@@ -28,6 +28,7 @@
 #include <nkKernelServices/nkInternalUiService.h>
 #include <nkKernelServices/nkLogService.h>
 #include <nkKernelServices/nkScenegraphService.h>
+#include <nkKernelServicesGUI/nkAdvancedSearchBar.h>
 #include <nkKernelServicesGUI/nkMetadataModuleSelection.h>
 #include <nkQt4Ext/QNKViewBase.h>
 #include <nkQt4Ext/nkIconManager.h>
@@ -35,6 +36,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
+#include <QLineEdit>
 #include <QStatusBar>
 #include <QTextStream>
 
@@ -162,8 +164,19 @@ void Workbench::showScene()
     if (m_session->source()) {
         tellImport();
     }
+    searchAgain();
     if (m_window->isVisible()) {
         showContent();
+    }
+}
+
+/// What was found in the scene before would hide all sets of this one.
+void Workbench::searchAgain() const
+{
+    for (nkAdvancedSearchBar *bar : m_window->findChildren<nkAdvancedSearchBar *>()) {
+        if (bar->getState() != nkAdvancedSearchBar::Idle) {
+            Q_EMIT bar->searchChanged(true, bar->lineEdit()->text().trimmed());
+        }
     }
 }
 
@@ -229,7 +242,7 @@ void Workbench::showMetadata()
             nodes.append(nkdNode(nkdObject(id, kind)));
         }
     }
-    // Whatever was selected last in the scene before: these are what the editor lists.
+    // What is listed is the selection of the editor that was used last, whichever that was in the scene before.
     nkMetadataModuleSelection::the().setLastSelectionModule(int(EditorModule::Scenegraph));
     nkScenegraphService::the().setSelection(nodes);
     Q_EMIT nkInternalUiService::the().requestMetadataEditorSelectionModeInLowerTree();

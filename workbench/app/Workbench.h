@@ -53,6 +53,7 @@ private:
     void createFileMenu();
     void createStartScreen();
     void tellImport() const;
+    void searchAgain() const;
     void showScene();
     void showContent();
     static void showMetadata();

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <interchange/JsonError.h>
+#include <interchange/json/JsonError.h>
 
 #include <QCoreApplication>
 #include <QString>

@@ -1,16 +1,16 @@
 #include <interchange/SceneFile.h>
 
-#include <interchange/GlbContainer.h>
-#include <interchange/GltfAnnexMaker.h>
-#include <interchange/GltfAnnexReader.h>
-#include <interchange/GltfAnnexText.h>
-#include <interchange/GltfReader.h>
-#include <interchange/JsonPath.h>
-#include <interchange/SceneImporter.h>
 #include <interchange/SceneSaver.h>
 #include <interchange/foreign/ForeignOpener.h>
 #include <interchange/foreign/ForeignReaders.h>
 #include <interchange/foreign/ForeignSaver.h>
+#include <interchange/gltf/GlbContainer.h>
+#include <interchange/gltf/GltfAnnexMaker.h>
+#include <interchange/gltf/GltfAnnexReader.h>
+#include <interchange/gltf/GltfAnnexText.h>
+#include <interchange/gltf/GltfReader.h>
+#include <interchange/gltf/SceneImporter.h>
+#include <interchange/json/JsonPath.h>
 
 #include <kernel/services/Progress.h>
 
@@ -58,14 +58,15 @@ bool isUtf16(const QByteArray &firstBytes)
 
 } // namespace
 
-SceneFile::SceneFile(const QString &path) : m_source(std::make_shared<SceneSource>())
+SceneFile::SceneFile(const QString &path, const QString &sidecar)
+    : m_source(std::make_shared<SceneSource>()), m_sidecar(sidecar)
 {
     m_source->filePath = QFileInfo(path).absoluteFilePath();
 }
 
-SceneFile::Result SceneFile::open(const QString &path)
+SceneFile::Result SceneFile::open(const QString &path, const QString &sidecar)
 {
-    return SceneFile(path).open();
+    return SceneFile(path, sidecar).open();
 }
 
 SceneFile::Result SceneFile::open()
@@ -73,7 +74,7 @@ SceneFile::Result SceneFile::open()
     Result result;
     kernel::Progress progress(tr("Opening “%1”").arg(QFileInfo(m_source->filePath).fileName()));
     if (const auto reader = foreignReader())
-        return ForeignOpener(m_source->filePath, *reader).open(progress);
+        return ForeignOpener(m_source->filePath, *reader, m_sidecar).open(progress);
     if (read(progress) && !SceneImporter(m_scene, m_annex, *m_source).import())
         failFile(tr("a change to the present scene is not finished"),
                  tr("finish it and open the file again"));

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <interchange/GltfAnnex.h>
-#include <interchange/GltfScene.h>
 #include <interchange/SceneError.h>
 #include <interchange/SceneSource.h>
+#include <interchange/gltf/GltfAnnex.h>
+#include <interchange/gltf/GltfScene.h>
 
 #include <QCoreApplication>
 #include <QStringList>
@@ -70,7 +70,8 @@ public:
     /// The whole file is read and checked before the document is touched: where anything is wrong, the scene that was
     /// open stays as it is. Files that the scene refers to (geometry, images) are not opened.
     /// @param path absolute, or relative to the working directory
-    static Result open(const QString &path);
+    /// @param sidecar of a file that is never written: where its metadata is read from; empty for what stands beside it
+    static Result open(const QString &path, const QString &sidecar = QString());
 
     /// Writes the open scene to a file, of glTF: the text it was read from with the changes that were made since, and not a
     /// byte else. The file is replaced in one go once all of it is on the disk and was read back. Of other kinds the
@@ -83,7 +84,7 @@ public:
                       IfChanged ifChanged = IfChanged::Refuse);
 
 private:
-    explicit SceneFile(const QString &path);
+    explicit SceneFile(const QString &path, const QString &sidecar = QString());
 
     Result open();
     std::unique_ptr<interchange::ForeignReader> foreignReader() const;
@@ -101,4 +102,5 @@ private:
     bool m_isCancelled = false;
     interchange::SceneError m_error;
     std::shared_ptr<interchange::SceneSource> m_source;
+    const QString m_sidecar;
 };

@@ -1,8 +1,8 @@
 #include <interchange/SceneSaver.h>
 
-#include <interchange/GlbContainer.h>
-#include <interchange/GltfWriter.h>
-#include <interchange/JsonReader.h>
+#include <interchange/gltf/GlbContainer.h>
+#include <interchange/gltf/GltfWriter.h>
+#include <interchange/json/JsonReader.h>
 
 #include <kernel/services/SaveTarget.h>
 

@@ -1,6 +1,6 @@
 #include <interchange/SceneSource.h>
 
-#include <interchange/GltfScene.h>
+#include <interchange/gltf/GltfScene.h>
 
 #include <kernel/document/Document.h>
 #include <kernel/document/Store.h>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <interchange/ExtrasEntry.h>
 #include <interchange/FileHash.h>
-#include <interchange/JsonSpan.h>
+#include <interchange/gltf/ExtrasEntry.h>
+#include <interchange/json/JsonSpan.h>
 
 #include <QByteArray>
 #include <QString>

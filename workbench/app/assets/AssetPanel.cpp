@@ -89,7 +89,8 @@ void AssetPanel::createViews()
     m_versions->setObjectName(QStringLiteral("versions"));
     m_versions->setAccessibleName(tr("Versions of the selected asset"));
     m_versions->setEmptyText(tr("Select one asset to see its versions."));
-    m_versionsTitle = new QLabel(tr("&Versions"), this);
+    // Not by V: a panel behind another tab keeps its keys, and that one is the View menu's.
+    m_versionsTitle = new QLabel(tr("Ver&sions"), this);
     m_versionsTitle->setBuddy(m_versions);
     setFocusProxy(m_list);
 }

@@ -3,6 +3,8 @@
 #include "FileQuestions.h"
 #include "SceneSession.h"
 
+#include "interchange/foreign/ForeignOrigin.h"
+#include "interchange/sidecar/SidecarFile.h"
 #include "kernel/document/Document.h"
 #include "kernel/services/Progress.h"
 #include "preferences/Options.h"
@@ -16,6 +18,7 @@
 #include <QLocale>
 #include <QUndoStack>
 
+using interchange::SidecarFile;
 using kernel::Document;
 
 namespace {
@@ -23,6 +26,12 @@ namespace {
 constexpr int minute = 60 * 1000;
 /// When to try again where the person is in the middle of something.
 constexpr int moment = 2000;
+
+/// Of the metadata beside a model; that there is none yet is something to be known, too.
+QByteArray hashOfWritten(const QString &sidecar)
+{
+    return QFileInfo(sidecar).exists() ? RecoverySlot::hashOf(sidecar) : QByteArrayLiteral("none");
+}
 
 bool isBusy()
 {
@@ -117,16 +126,20 @@ QString Autosave::suffix() const
                                    : QStringLiteral("gltf");
 }
 
-/// Empty where the file is another one by now: then it is not the one that the copy comes from. Empty, too, where it
-/// is not the file alone that the scene comes from.
+/// Empty where the file is another one by now: then it is not the one that the copy comes from.
 QByteArray Autosave::fileHash()
 {
     const auto source = m_session->source();
     if (m_session->isRecovered()) {
         return m_slot->note().fileHash;
     }
-    if (!source || source->foreign || m_session->path().isEmpty()) {
+    if (!source || m_session->path().isEmpty()) {
         return QByteArray();
+    }
+    if (source->foreign) {
+        const QString sidecar = SidecarFile::pathFor(m_session->path());
+        return SidecarFile::hashOf(sidecar) == source->foreign->sidecar ? hashOfWritten(sidecar)
+                                                                        : QByteArray();
     }
     if (m_hashedSource.lock() != source) {
         QFile file(m_session->path());
@@ -176,7 +189,11 @@ void Autosave::offerAbandoned(QWidget *window)
 bool Autosave::restore(std::unique_ptr<RecoverySlot> slot)
 {
     const RecoverySlot::Note note = slot->note();
-    const bool isAsItWas = !note.fileHash.isEmpty() && RecoverySlot::hashOf(note.file) == note.fileHash;
+    const bool isForeign = QFileInfo(SidecarFile::pathFor(slot->copy())).isFile();
+    const auto hash = [&note, isForeign] {
+        return isForeign ? hashOfWritten(SidecarFile::pathFor(note.file)) : RecoverySlot::hashOf(note.file);
+    };
+    const bool isAsItWas = !note.fileHash.isEmpty() && hash() == note.fileHash;
     const QString error = m_session->recover(slot->copy(), note.file, isAsItWas);
     if (!error.isEmpty()) {
         nkLogService::the().reportError(tr("Restore Scene"), error);

@@ -89,6 +89,12 @@ bool FileCommands::saveTo(const QString &path)
     case SceneFile::Saved::Done:
         break;
     }
+    tellSaved(saved);
+    return true;
+}
+
+void FileCommands::tellSaved(const SceneFile::Saved &saved)
+{
     m_window->statusBar()->showMessage(tr("“%1” is saved").arg(m_session->title()));
     if (!saved.error.isEmpty()) {
         nkLogService::the().reportError(tr("Save Scene"), saved.error);
@@ -96,7 +102,6 @@ bool FileCommands::saveTo(const QString &path)
     if (!saved.leftBehind.isEmpty()) {
         FileQuestions::tellLeftBehind(m_window, saved.leftBehind);
     }
-    return true;
 }
 
 bool FileCommands::overwriteOrSaveAs(const QString &path, const QString &changedFile)
@@ -106,7 +111,9 @@ bool FileCommands::overwriteOrSaveAs(const QString &path, const QString &changed
         return saveAs();
     case Answer::Overwrite: {
         const SceneFile::Saved saved = m_session->save(path, SceneFile::IfChanged::Overwrite);
-        if (!saved.error.isEmpty()) {
+        if (saved.outcome == SceneFile::Saved::Done) {
+            tellSaved(saved);
+        } else if (!saved.error.isEmpty()) {
             nkLogService::the().reportError(tr("Save Scene"), saved.error);
         }
         return saved.outcome == SceneFile::Saved::Done;
@@ -157,7 +164,7 @@ QString FileCommands::suggestedPath() const
 }
 
 /// Where the person works: beside the open scene, else in the folder that they have chosen, else beside the last
-/// scene, else among the documents.
+/// scene, else among the documents, for which not every account has a folder, else at home.
 QString FileCommands::folder() const
 {
     const auto folderOf = [](const QString &path) {
@@ -165,11 +172,12 @@ QString FileCommands::folder() const
                                                                   : QFileInfo(path).absolutePath();
     };
     const QStringList places{folderOf(m_session->path()), Options::defaultFolder.value(),
-                             folderOf(RecentFiles::files().value(0))};
+                             folderOf(RecentFiles::files().value(0)),
+                             QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation)};
     for (const QString &place : places) {
         if (QFileInfo(place).isAbsolute() && QFileInfo(place).isDir()) {
             return place;
         }
     }
-    return QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    return QDir::homePath();
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <interchange/SceneFile.h>
+
 #include <QObject>
 
 class MainWindow;
@@ -32,6 +34,8 @@ public:
 private:
     bool saveTo(const QString &path);
     bool overwriteOrSaveAs(const QString &path, const QString &changedFile);
+    /// What a person has to know of a save that went well.
+    void tellSaved(const SceneFile::Saved &saved);
     QString suggestedPath() const;
     QString folder() const;
 

@@ -1,5 +1,6 @@
 #include "FileDrops.h"
 
+#include <QApplication>
 #include <QDropEvent>
 #include <QMimeData>
 #include <QUrl>
@@ -26,7 +27,8 @@ bool FileDrops::eventFilter(QObject *watched, QEvent *event)
     }
     auto *drop = static_cast<QDropEvent *>(event);
     const QString file = fileOf(drop->mimeData());
-    if (file.isEmpty()) {
+    // A question that is open, or work that is not done, comes first.
+    if (file.isEmpty() || QApplication::activeModalWidget()) {
         drop->ignore();
         return true;
     }

@@ -33,11 +33,7 @@ ImportReportDialog::ImportReportDialog(const ImportReport &report, const QString
     setWindowTitle(tr("Import Report"));
     auto *layout = new QVBoxLayout(this);
     layout->setSpacing(10);
-    QLabel *heading = plainLabel(fileName, this);
-    QFont bold = heading->font();
-    bold.setBold(true);
-    heading->setFont(bold);
-    layout->addWidget(heading);
+    layout->addWidget(makeHeading(fileName));
     layout->addWidget(plainLabel(report.summary() + QLatin1Char('.'), this));
     if (report.isClean()) {
         layout->addStretch();
@@ -51,6 +47,20 @@ ImportReportDialog::ImportReportDialog(const ImportReport &report, const QString
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     layout->addWidget(buttons);
+}
+
+/// A name without a place to break it at must not make the box wider than the display.
+QLabel *ImportReportDialog::makeHeading(const QString &fileName)
+{
+    auto *heading = new QLabel(this);
+    heading->setTextFormat(Qt::PlainText);
+    QFont bold = heading->font();
+    bold.setBold(true);
+    heading->setFont(bold);
+    heading->setText(QFontMetrics(bold).elidedText(fileName, Qt::ElideMiddle, StartSize.width() - 3 * Gap));
+    heading->setAccessibleName(fileName);
+    heading->setToolTip(ValueText::literal(fileName));
+    return heading;
 }
 
 void ImportReportDialog::addList(const ImportReport &report)

@@ -4,6 +4,7 @@
 
 #include <QDialog>
 
+class QLabel;
 class QTreeWidget;
 
 /// What came of the metadata of a file that was opened: how much was taken in as it is, and item by item what was
@@ -20,6 +21,7 @@ public:
     static constexpr int capacity = 1000;
 
 private:
+    QLabel *makeHeading(const QString &fileName);
     void addList(const interchange::ImportReport &report);
     void addItems(const QString &what, const QVector<interchange::ImportReport::Item> &items);
 

@@ -3,6 +3,8 @@
 #include "BackupCopy.h"
 #include "preferences/Options.h"
 
+#include <interchange/foreign/ForeignOrigin.h>
+#include <interchange/sidecar/SidecarFile.h>
 #include <kernel/document/Document.h>
 #include <kernel/document/DocumentLoader.h>
 
@@ -11,6 +13,7 @@
 #include <QFileInfo>
 
 using interchange::FileHash;
+using interchange::SidecarFile;
 using kernel::Document;
 
 namespace {
@@ -67,7 +70,7 @@ QString SceneSession::open(const QString &path)
 
 QString SceneSession::recover(const QString &copy, const QString &file, bool isFileAsItWas)
 {
-    const SceneFile::Result result = SceneFile::open(copy);
+    const SceneFile::Result result = openCopy(copy, file);
     if (!result.isOpen()) {
         return result.error;
     }
@@ -75,12 +78,31 @@ QString SceneSession::recover(const QString &copy, const QString &file, bool isF
     // What the scene refers to lies beside its file, not beside the copy.
     auto source = std::make_shared<interchange::SceneSource>(*result.source);
     source->filePath = file;
+    if (source->foreign) {
+        auto origin = std::make_shared<interchange::ForeignOrigin>(*source->foreign);
+        // What was read is nowhere beside the model yet.
+        origin->unchanged = FileHash();
+        if (isFileAsItWas) {
+            origin->sidecar = SidecarFile::hashOf(SidecarFile::pathFor(file));
+        }
+        source->foreign = origin;
+    }
     m_source = source;
-    m_recoveredFile = isFileAsItWas ? hashOf(file) : FileHash();
+    m_recoveredFile = isFileAsItWas && !source->foreign ? hashOf(file) : FileHash();
     setRecovered(true);
     setPath(file);
     Q_EMIT sceneReplaced();
     return QString();
+}
+
+/// A model that is never written is itself the best copy: what it refers to lies beside it, and to some readers its
+/// name is part of it.
+SceneFile::Result SceneSession::openCopy(const QString &copy, const QString &file)
+{
+    const QString sidecar = SidecarFile::pathFor(copy);
+    const bool isModelThere = QFileInfo(sidecar).isFile() && QFileInfo(file).isFile()
+                              && hashOf(file) == hashOf(copy);
+    return isModelThere ? SceneFile::open(file, sidecar) : SceneFile::open(copy);
 }
 
 void SceneSession::take(const SceneFile::Result &result)

@@ -32,7 +32,8 @@ public:
     QString open(const QString &path);
     /// Opens the copy of a scene in place of the present one, as that scene with changes that are not saved.
     /// @param file that of the scene, where it is saved to; empty for a scene that has none
-    /// @param isFileAsItWas the file is the one that the copy comes from; else saving over it is refused like saving
+    /// @param isFileAsItWas the file (or the metadata beside it, where it is never written) is the one that the copy comes
+    ///        from; else saving over it is refused like saving
     ///        over what somebody else has changed
     /// @return like open
     QString recover(const QString &copy, const QString &file, bool isFileAsItWas);
@@ -64,6 +65,7 @@ private:
     void setPath(const QString &path);
     void setRecovered(bool isRecovered);
     void tellModified();
+    static SceneFile::Result openCopy(const QString &copy, const QString &file);
     void take(const SceneFile::Result &result);
     bool isFileAsRead(const QString &path) const;
     QString backUp(const QString &path, SceneFile::IfChanged ifChanged) const;

@@ -4,7 +4,7 @@
 #include "FilesPreferences.h"
 #include "GeneralPreferences.h"
 
-#include "interchange/StringLibraries.h"
+#include "interchange/libraries/StringLibraries.h"
 
 #include <QObject>
 

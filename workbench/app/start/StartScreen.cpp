@@ -148,6 +148,8 @@ QWidget *StartScreen::makeRecent()
 void StartScreen::open()
 {
     m_recent->refresh();
+    // The scene of a moment ago, not the one that was chosen when the list was seen last.
+    m_recent->setCurrentRow(0);
     updateButtons();
     coverDocks();
     setDocksEnabled(false);

@@ -36,9 +36,10 @@ void GeometryLoader::load(const std::shared_ptr<const SceneSource> &source)
         return;
     }
     m_job = std::make_shared<Job>();
-    if (source->geometry) {
+    // A scene of another kind than glTF has no text to read, and need not have brought anything.
+    if (source->geometry || source->json.isEmpty()) {
         // Opening a scene does not wait for its picture.
-        m_job->geometry = source->geometry;
+        m_job->geometry = source->geometry ? source->geometry : std::make_shared<const SceneGeometry>();
         QTimer::singleShot(0, this, [this, job = m_job] { take(job); });
         return;
     }

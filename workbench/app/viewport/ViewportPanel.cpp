@@ -169,7 +169,7 @@ QString ViewportPanel::reasonForNoPicture() const
         return tr("Reading the scene's geometry…");
     }
     if (m_scene.state() == ViewportScene::State::Empty && m_scene.isBlank()) {
-        return tr("No scene is open.\nOpen a file by File > Open, or drop one onto the window.");
+        return tr("There is nothing to draw yet.\nOpen a file by File > Open, or drop one onto the window.");
     }
     if (m_scene.isBlank()) {
         return tr("There is nothing to draw in this scene.\nIts objects are listed in the scene graph.");

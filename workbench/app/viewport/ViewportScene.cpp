@@ -10,19 +10,8 @@ using kernel::Document;
 namespace {
 
 /// Of a gizmo, measured by the scene.
-constexpr float gizmoShare = 0.08F;
+constexpr float gizmoShare = 0.06F;
 constexpr float usualGizmo = 0.5F;
-
-float gizmoSize(const interchange::SceneGeometry &geometry, const std::vector<SceneItem> &items)
-{
-    SceneBox box;
-    for (const SceneItem &item : items) {
-        if (geometry.nodes[size_t(item.node)].mesh >= 0) {
-            box.add(item.world.column(3).toVector3D());
-        }
-    }
-    return box.radius() > 0 ? box.radius() * gizmoShare : usualGizmo;
-}
 
 bool areEqual(const std::vector<SceneItem> &a, const std::vector<SceneItem> &b)
 {
@@ -121,9 +110,10 @@ void ViewportScene::arrange(std::vector<SceneItem> items)
     m_picker.reset();
     m_items = std::move(items);
     if (m_geometry) {
-        m_gizmos = SceneGizmos(*m_geometry, m_items, gizmoSize(*m_geometry, m_items));
         m_batches = SceneBatches(*m_geometry, m_items);
         m_picker = std::make_unique<ScenePicker>(*m_geometry, m_items, m_gizmos);
+        const float radius = m_picker->bounds().radius();
+        m_gizmos = SceneGizmos(*m_geometry, m_items, radius > 0 ? radius * gizmoShare : usualGizmo);
     } else {
         m_gizmos = SceneGizmos();
         m_batches = SceneBatches();

@@ -169,7 +169,7 @@ void ForeignImporter::addSavedSets(Loader &loader)
             add(loader, m_savedIds.back(), entry);
     }
     for (const Sidecar::Asset &asset : m_sidecar->assets)
-        loader.setAsset(m_savedIds[asset.set], asset.state, asset.id);
+        loader.setAsset(m_savedIds[asset.set], asset.state, asset.id, asset.version);
 }
 
 void ForeignImporter::assignSaved(Loader &loader)

@@ -11,8 +11,11 @@
 
 namespace interchange {
 
-ForeignOpener::ForeignOpener(const QString &path, ForeignReader &reader)
-    : m_reader(reader), m_source(std::make_shared<SceneSource>()), m_origin(std::make_shared<ForeignOrigin>())
+ForeignOpener::ForeignOpener(const QString &path, ForeignReader &reader, const QString &sidecar)
+    : m_reader(reader),
+      m_sidecarPath(sidecar.isEmpty() ? SidecarFile::pathFor(path) : sidecar),
+      m_source(std::make_shared<SceneSource>()),
+      m_origin(std::make_shared<ForeignOrigin>())
 {
     m_source->filePath = path;
     m_source->foreign = m_origin;
@@ -55,13 +58,13 @@ bool ForeignOpener::read(kernel::Progress &progress)
 /// A sidecar that cannot be read is no reason not to look at the model.
 bool ForeignOpener::readSidecar(kernel::Progress &progress)
 {
-    const QString path = SidecarFile::pathFor(m_source->filePath);
-    SidecarFile file(path);
+    SidecarFile file(m_sidecarPath);
     m_state = file.read(m_sidecar, [&progress](double) { return progress.advance(1); });
     m_origin->sidecar = file.hash();
     m_origin->trouble = file.trouble();
     if (m_state == SidecarFile::State::Foreign)
-        m_scene.report.addRefused(QFileInfo(path).fileName(), ImportReason::ForeignSidecar, file.trouble());
+        m_scene.report.addRefused(QFileInfo(m_sidecarPath).fileName(), ImportReason::ForeignSidecar,
+                                  file.trouble());
     return m_state != SidecarFile::State::Cancelled;
 }
 

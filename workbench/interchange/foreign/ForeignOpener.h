@@ -17,7 +17,8 @@ class ForeignOpener
 public:
     /// @param path absolute
     /// @param reader for this file; outlives the opener
-    ForeignOpener(const QString &path, ForeignReader &reader);
+    /// @param sidecar the file with the metadata where that is another one than what stands beside the scene
+    ForeignOpener(const QString &path, ForeignReader &reader, const QString &sidecar = QString());
 
     /// In place of the present scene; where that fails, the present one stays. To be called once.
     SceneFile::Result open(kernel::Progress &progress);
@@ -28,6 +29,7 @@ private:
     void noteUnchanged();
 
     ForeignReader &m_reader;
+    const QString m_sidecarPath;
     std::shared_ptr<SceneSource> m_source;
     std::shared_ptr<ForeignOrigin> m_origin;
     ForeignScene m_scene;

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <interchange/ExtrasEntry.h>
-#include <interchange/GltfScene.h>
 #include <interchange/ImportReport.h>
 #include <interchange/geometry/SceneGeometry.h>
+#include <interchange/gltf/ExtrasEntry.h>
+#include <interchange/gltf/GltfScene.h>
 
 #include <nkKernelServices/nkMetadataTypes.h>
 

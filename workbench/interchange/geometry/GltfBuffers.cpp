@@ -1,8 +1,8 @@
 #include <interchange/geometry/GltfBuffers.h>
 
-#include <interchange/GlbContainer.h>
 #include <interchange/SceneSource.h>
 #include <interchange/geometry/GltfMember.h>
+#include <interchange/gltf/GlbContainer.h>
 
 #include <QDir>
 #include <QFile>

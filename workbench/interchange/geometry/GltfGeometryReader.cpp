@@ -1,11 +1,11 @@
 #include <interchange/geometry/GltfGeometryReader.h>
 
-#include <interchange/JsonReader.h>
 #include <interchange/SceneSource.h>
 #include <interchange/geometry/GltfAccessors.h>
 #include <interchange/geometry/GltfBuffers.h>
 #include <interchange/geometry/GltfMember.h>
 #include <interchange/geometry/GltfMeshes.h>
+#include <interchange/json/JsonReader.h>
 
 #include <QQuaternion>
 

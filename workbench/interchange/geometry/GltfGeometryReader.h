@@ -1,8 +1,8 @@
 #pragma once
 
-#include <interchange/JsonValue.h>
 #include <interchange/geometry/GltfTroubles.h>
 #include <interchange/geometry/SceneGeometry.h>
+#include <interchange/json/JsonValue.h>
 
 #include <QCoreApplication>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <interchange/JsonValue.h>
+#include <interchange/json/JsonValue.h>
 
 #include <optional>
 #include <vector>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <interchange/JsonValue.h>
 #include <interchange/geometry/SceneGeometry.h>
+#include <interchange/json/JsonValue.h>
 
 #include <QCoreApplication>
 

@@ -5,7 +5,7 @@
 #include <kernel/document/EntryValue.h>
 #include <kernel/document/ValueConversion.h>
 
-#include <QSet>
+#include <QHash>
 
 namespace interchange {
 
@@ -46,34 +46,45 @@ IfcProperties::IfcProperties(const StepFile &file, ImportReport &report) : m_fil
 /// Depth first, with a stack of its own.
 IfcProperties::Numbers IfcProperties::entriesOf(const std::vector<quint64> &properties, const QString &prefix)
 {
-    Numbers numbers;
+    Found found;
     std::vector<Step> waiting;
     for (auto at = properties.rbegin(); at != properties.rend(); ++at)
         waiting.push_back({*at, prefix, 1});
     while (!waiting.empty() && m_work <= MostWork) {
         const Step step = waiting.back();
         waiting.pop_back();
-        addTo(numbers, step, waiting);
+        addTo(found, step, waiting);
     }
-    QSet<QString> keys;
+    return uniqueOf(found);
+}
+
+/// The first of each key. That the same entry comes again is not worth a word.
+IfcProperties::Numbers IfcProperties::uniqueOf(const Found &found)
+{
+    QHash<QString, quint32> keys;
     Numbers unique;
-    for (const quint32 number : numbers) {
+    for (const auto &[number, property] : found) {
         const QString &key = m_entries[number].key;
-        if (keys.contains(key))
-            m_report.addUntouched(key, ImportReason::DoubledProperty);
-        else
-            unique.push_back(number);
-        keys.insert(key);
+        const auto known = keys.constFind(key);
+        if (known != keys.constEnd()) {
+            if (*known != number)
+                note(property, key, ImportReason::DoubledProperty);
+            continue;
+        }
+        keys.insert(key, number);
+        unique.push_back(number);
     }
     return unique;
 }
 
-void IfcProperties::addTo(Numbers &numbers, const Step &step, std::vector<Step> &waiting)
+void IfcProperties::addTo(Found &found, const Step &step, std::vector<Step> &waiting)
 {
     m_work += step.depth == 1 ? 1 : InnerWork;
     const auto known = step.prefix.isEmpty() ? m_known.find(step.property) : m_known.end();
-    if (known != m_known.end())
-        return numbers.push_back(known->second);
+    if (known != m_known.end()) {
+        found.emplace_back(known->second, step.property);
+        return;
+    }
     const qint64 place = m_file.find(step.property);
     if (place < 0)
         return note(step.property, QString(), ImportReason::MissingRecord);
@@ -96,9 +107,9 @@ void IfcProperties::addTo(Numbers &numbers, const Step &step, std::vector<Step> 
         m_report.addConverted(path(step.property, key), *read.converted);
     else
         m_report.addKept();
-    numbers.push_back(interned({key, read.type, read.value, read.isTag}));
+    found.emplace_back(interned({key, read.type, read.value, read.isTag}), step.property);
     if (step.prefix.isEmpty())
-        m_known.emplace(step.property, numbers.back());
+        m_known.emplace(step.property, found.back().first);
 }
 
 /// False for tables, references and what else is more than a value.

@@ -8,6 +8,7 @@
 #include <QString>
 
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace interchange {
@@ -41,7 +42,11 @@ private:
         int depth;
     };
 
-    void addTo(Numbers &numbers, const Step &step, std::vector<Step> &waiting);
+    /// Entries, and the properties that they come from.
+    using Found = std::vector<std::pair<quint32, quint64>>;
+
+    Numbers uniqueOf(const Found &found);
+    void addTo(Found &found, const Step &step, std::vector<Step> &waiting);
     bool readKnown(std::string_view type, IfcValue::Read &read) const;
     quint32 interned(ForeignScene::Entry entry);
     void note(quint64 property, const QString &name, ImportReason reason);

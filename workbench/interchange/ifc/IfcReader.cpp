@@ -77,7 +77,17 @@ bool IfcReader::readText(const QByteArray &bytes, ForeignScene &scene, kernel::P
     if (sets.isOverfull())
         return fail(tr("it assigns more properties to its objects than a scene can have"),
                     tr("split the model"));
+    scene.geometry = noShapes();
     return progress.advance(1);
+}
+
+/// Said where the shapes would be: whoever looks for them shall not look for a fault.
+std::shared_ptr<const SceneGeometry> IfcReader::noShapes()
+{
+    auto geometry = std::make_shared<SceneGeometry>();
+    geometry->troubles.append(
+        tr("The shapes of IFC models are not drawn; their objects and metadata are all there."));
+    return geometry;
 }
 
 bool IfcReader::checkSchema(const QString &schema, ForeignScene &scene)

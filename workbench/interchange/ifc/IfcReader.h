@@ -8,7 +8,7 @@ namespace interchange {
 
 /// Reads IFC (STEP text): the spatial tree and what is in it as nodes, property sets as shared sets. Written for
 /// IFC2x3; files of other IFC schemas are read as far as they say the same in the same way, and the report says so.
-/// Shapes are not read.
+/// Shapes are not read, and the geometry says so.
 class IfcReader : public ForeignReader
 {
     Q_DECLARE_TR_FUNCTIONS(IfcReader)
@@ -21,6 +21,7 @@ public:
 
 private:
     bool readBytes(const QString &path, QByteArray &bytes, kernel::Progress &progress);
+    static std::shared_ptr<const SceneGeometry> noShapes();
     bool checkSchema(const QString &schema, ForeignScene &scene);
     bool fail(const QString &reason, const QString &advice);
 };

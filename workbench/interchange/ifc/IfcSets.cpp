@@ -3,7 +3,7 @@
 #include <interchange/ifc/IfcTypes.h>
 #include <interchange/ifc/StepText.h>
 
-#include <QSet>
+#include <QHash>
 
 #include <algorithm>
 
@@ -221,14 +221,17 @@ void IfcSets::emitOwn()
     for (auto at = m_own.begin(); at != m_own.end();) {
         const quint32 node = at->first;
         Numbers numbers;
-        QSet<QString> keys;
+        QHash<QString, quint32> keys;
         for (; at != m_own.end() && at->first == node; ++at) {
             const QString &key = m_properties.entry(at->second).key;
-            if (keys.contains(key))
-                m_scene.report.addUntouched(key, ImportReason::DoubledProperty);
-            else
+            const auto known = keys.constFind(key);
+            if (known == keys.constEnd()) {
+                keys.insert(key, at->second);
                 numbers.push_back(at->second);
-            keys.insert(key);
+            } else if (*known != at->second) {
+                m_scene.report.addUntouched(m_scene.nodes[node].key + QLatin1Char(' ') + key,
+                                            ImportReason::DoubledProperty);
+            }
         }
         m_scene.nodes[node].entries = emitEntries(numbers);
     }

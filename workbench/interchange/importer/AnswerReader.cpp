@@ -13,8 +13,8 @@ constexpr quint32 SmallestTrouble = 5;
 
 } // namespace
 
-AnswerReader::AnswerReader(const QByteArray &record)
-    : m_reader(record), m_geometry(std::make_shared<SceneGeometry>())
+AnswerReader::AnswerReader(const QByteArray &record, const QString &fileName)
+    : m_reader(record), m_fileName(fileName), m_geometry(std::make_shared<SceneGeometry>())
 {}
 
 bool AnswerReader::read(ForeignScene &scene)
@@ -84,7 +84,8 @@ void AnswerReader::readNode(ForeignScene &scene, AnswerEntries &entries)
     shape.camera = m_reader.index(quint32(m_geometry->cameras.size()));
     shape.light = m_reader.index(quint32(m_geometry->lights.size()));
     node.name = name.isEmpty() ? unnamed(node.kind, scene.nodes.size()) : name;
-    node.key = m_nodeKeys.next(node.parent < 0 ? QString() : scene.nodes[parent].key, name);
+    node.key = node.parent < 0 ? m_nodeKeys.next(QString(), name == m_fileName ? QString() : name)
+                               : m_nodeKeys.next(scene.nodes[parent].key, name);
     if (isBroken)
         scene.report.addConverted(node.key, ImportReason::InvalidText);
     node.entries = entries.read(node.key);

@@ -20,7 +20,9 @@ class AnswerReader
 
 public:
     /// @param record of a scene, with its kind
-    explicit AnswerReader(const QByteArray &record);
+    /// @param fileName some loaders name the root after the file: such a name is part of no key, for copies of the file
+    ///        have another one
+    explicit AnswerReader(const QByteArray &record, const QString &fileName = QString());
 
     /// False where the answer makes no sense; the scene is to be thrown away then.
     bool read(ForeignScene &scene);
@@ -34,6 +36,7 @@ private:
     static QString unnamed(SceneNodeKind kind, size_t index);
 
     FlatReader m_reader;
+    QString m_fileName;
     AnswerKeys m_nodeKeys;
     AnswerKeys m_materialKeys;
     std::shared_ptr<SceneGeometry> m_geometry;

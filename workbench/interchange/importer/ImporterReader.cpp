@@ -74,7 +74,8 @@ bool ImporterReader::readRecord(const QByteArray &record, const QString &path, F
 {
     if (record.startsWith(char(flat::Record::Failure)))
         return readFailure(record, path);
-    return AnswerReader(record).read(scene) || fail(ImporterProcess::Outcome::Nonsense, path);
+    return AnswerReader(record, QFileInfo(path).fileName()).read(scene)
+           || fail(ImporterProcess::Outcome::Nonsense, path);
 }
 
 bool ImporterReader::readFailure(const QByteArray &record, const QString &path)

@@ -1,7 +1,7 @@
 #include <interchange/sets/SetFileCodec.h>
 
-#include <interchange/JsonReader.h>
-#include <interchange/JsonValue.h>
+#include <interchange/json/JsonReader.h>
+#include <interchange/json/JsonValue.h>
 #include <interchange/sets/KeyValueLines.h>
 #include <interchange/sets/SetFileLoader.h>
 #include <interchange/sets/SetFileNames.h>

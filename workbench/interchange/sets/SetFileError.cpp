@@ -1,7 +1,7 @@
 #include <interchange/sets/SetFileError.h>
 
-#include <interchange/JsonPath.h>
-#include <interchange/JsonValue.h>
+#include <interchange/json/JsonPath.h>
+#include <interchange/json/JsonValue.h>
 
 namespace interchange {
 

@@ -1,6 +1,6 @@
 #include <interchange/sets/SetFileLoader.h>
 
-#include <interchange/JsonReader.h>
+#include <interchange/json/JsonReader.h>
 
 #include <kernel/services/OpenFile.h>
 #include <kernel/services/Progress.h>

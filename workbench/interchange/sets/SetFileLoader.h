@@ -1,6 +1,6 @@
 #pragma once
 
-#include <interchange/JsonTree.h>
+#include <interchange/json/JsonTree.h>
 #include <interchange/sets/SetFileError.h>
 #include <interchange/sets/SetFileLimits.h>
 #include <interchange/sets/SetFileReader.h>

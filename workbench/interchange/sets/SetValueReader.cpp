@@ -1,6 +1,6 @@
 #include <interchange/sets/SetValueReader.h>
 
-#include <interchange/JsonString.h>
+#include <interchange/json/JsonString.h>
 #include <interchange/sets/MomentText.h>
 #include <interchange/sets/ObjectMembers.h>
 #include <interchange/sets/SetFileNames.h>

@@ -23,6 +23,7 @@ struct Sidecar
         quint32 set = 0; ///< in sets
         kernel::AssetState state = kernel::AssetState::None;
         QString id;
+        int version = 0; ///< that the set's content comes from; 0 where nobody knows
     };
 
     /// An object of the model, also where there is nothing to say of it: who is not here is new in the model.

@@ -26,7 +26,7 @@ void SidecarMaker::addSets()
         const kernel::AssetLink &asset = m_store.set(set).asset;
         const auto place = quint32(m_sidecar.sets.size());
         if (asset.state != kernel::AssetState::None)
-            m_sidecar.assets.push_back({place, asset.state, asset.assetId});
+            m_sidecar.assets.push_back({place, asset.state, asset.assetId, asset.version});
         m_sidecar.sets.push_back(copyOf(set));
         m_sets.insert(m_store.idOf(set), place);
     }

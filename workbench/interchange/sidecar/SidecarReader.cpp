@@ -1,6 +1,6 @@
 #include <interchange/sidecar/SidecarReader.h>
 
-#include <interchange/JsonReader.h>
+#include <interchange/json/JsonReader.h>
 #include <interchange/sets/ObjectMembers.h>
 #include <interchange/sets/SetFileReader.h>
 #include <interchange/sets/SetValueReader.h>
@@ -93,7 +93,8 @@ bool SidecarReader::readSets(const JsonValue &value)
 
 bool SidecarReader::readAsset(const JsonValue &value)
 {
-    ObjectMembers members({{Names::Set, true}, {Names::State, true}, {Names::Id, true}});
+    ObjectMembers members(
+        {{Names::Set, true}, {Names::State, true}, {Names::Id, true}, {Names::Version, false}});
     Sidecar::Asset asset;
     if (!members.read(value, m_error) || !readIndex(members.value(0), m_sidecar.sets.size(), asset.set))
         return false;
@@ -104,6 +105,10 @@ bool SidecarReader::readAsset(const JsonValue &value)
         return fail(members.value(1), tr("the state of an asset is “atRest” or “edited”"));
     asset.state = isAtRest ? kernel::AssetState::AtRest : kernel::AssetState::Edited;
     asset.id = SetValueReader::text(members.value(2));
+    bool isNumber = true;
+    asset.version = members.value(3).isPresent() ? members.value(3).toInt(&isNumber) : 0;
+    if (!isNumber || asset.version < 0)
+        return fail(members.value(3), tr("the version of an asset is a whole number from 0 on"));
     m_sidecar.assets.push_back(asset);
     return true;
 }

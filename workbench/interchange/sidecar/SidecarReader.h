@@ -1,6 +1,6 @@
 #pragma once
 
-#include <interchange/JsonValue.h>
+#include <interchange/json/JsonValue.h>
 #include <interchange/sets/SetFileError.h>
 #include <interchange/sidecar/Sidecar.h>
 

@@ -77,6 +77,8 @@ void addAsset(TextBuffer &out, const Sidecar::Asset &asset)
     const bool isAtRest = asset.state == kernel::AssetState::AtRest;
     members.addWord(Names::State, isAtRest ? "\"atRest\"" : "\"edited\"");
     members.add(Names::Id, asset.id);
+    if (asset.version > 0)
+        members.add(Names::Version, quint32(asset.version));
 }
 
 void addObject(TextBuffer &out, const Sidecar::Object &object)
