@@ -227,6 +227,10 @@ void Road::menuKey(const QStringList &entries)
 {
     const ModalAnswer walk = ModalAnswer::menu([entries](QMenu *) { Hands::chooseByKeys(entries); });
     Hands::pressMenuKey();
+    // Some menus run an event loop of their own while they are open, others need one to be walked.
+    if (!QTest::qWaitFor([&walk] { return walk.given() || QTest::currentTestFailed(); })) {
+        Hands::fail(QStringLiteral("no menu has opened"));
+    }
 }
 
 void Road::typeName(QDialog *dialog, const QString &name) const

@@ -68,8 +68,7 @@ public:
     static void createEntry(const QString &kind, const QString &key, const QString &value = QString());
     /// Double-clicks the value of a key in the table, types another one and presses Return.
     void editValue(const QString &key, const QString &value);
-    /// Opens the context menu of the place with the focus by its key and walks to an entry. For menus that run an
-    /// event loop of their own while they are open.
+    /// Opens the context menu of the place with the focus by its key, and walks to an entry by keys.
     static void menuKey(const QStringList &entries);
     /// Types the path of a file of the folder into an open file dialog and presses Return.
     void typeName(QDialog *dialog, const QString &name) const;

@@ -40,8 +40,8 @@ const char houseSidecar[] =
 const char crateSidecar[] =
     R"({"format":"metadata-sidecar","version":1,"sets":{"format":"metadata-sets","version":1,"sets":[]}
 ,"assets":[],"objects":[
-{"node":"crate.obj","name":"crate.obj"},
-{"node":"crate.obj/Crate","name":"Crate","own":{"name":"","color":"#7f8c9b","entries":[
+{"node":"[]","name":"crate.obj"},
+{"node":"[]/Crate","name":"Crate","own":{"name":"","color":"#7f8c9b","entries":[
 {"key":"mass","type":"float","value":2.5}
 ]}},
 {"material":"DefaultMaterial","name":"DefaultMaterial"}
