@@ -12,7 +12,6 @@ class MainWindow;
 class QAbstractItemView;
 class QDialog;
 class QLineEdit;
-class QMenu;
 class QWidget;
 class Workbench;
 

@@ -62,10 +62,4 @@ inline QJsonObject annex(const QByteArray &gltf)
         .toObject();
 }
 
-/// The same, of a set file's layout inside of it.
-inline QByteArray sets(const QByteArray &gltf)
-{
-    return QJsonDocument(annex(gltf).value(QStringLiteral("sets")).toObject()).toJson(QJsonDocument::Compact);
-}
-
 } // namespace RoadScene

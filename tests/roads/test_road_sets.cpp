@@ -5,7 +5,6 @@
 
 #include <ModalAnswer.h>
 #include <TestMain.h>
-#include <WindowFocus.h>
 
 #include <QAbstractItemView>
 #include <QClipboard>
