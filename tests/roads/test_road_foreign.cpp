@@ -1,5 +1,5 @@
+#include "../interchange_foreign/IfcText.h"
 #include "Hands.h"
-#include "IfcText.h"
 #include "MainWindow.h"
 #include "Road.h"
 #include "RoadScene.h"
