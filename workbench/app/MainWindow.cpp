@@ -34,7 +34,7 @@ constexpr QSize mostSize(1920, 1200);
 // What the window manager adds around the window; it is known only when the window is there.
 constexpr QSize decoration(8, 36);
 
-/// How long a message of a panel stands in the status line, in milliseconds.
+/// How long a message stands in the status line, in milliseconds.
 constexpr int messageTime = 8000;
 
 /// A text from outside as part of a menu entry: its ampersands are no mnemonics.
@@ -121,8 +121,7 @@ void MainWindow::createPanels()
     m_panels = editors.panels();
     for (const EditorPanel *panel : m_panels) {
         connect(panel, &EditorPanel::metadataRequested, this, &MainWindow::showModules);
-        connect(panel, &EditorPanel::statusMessage, statusBar(),
-                [this](const QString &text) { statusBar()->showMessage(text, messageTime); });
+        connect(panel, &EditorPanel::statusMessage, this, &MainWindow::showStatus);
     }
     m_view->insertActions(m_endOfPanels, editors.actions());
     for (QDockWidget *dock : editors.docks()) {
@@ -218,6 +217,11 @@ void MainWindow::showNoScene()
 {
     setWindowFilePath(QString());
     setWindowTitle(QStringLiteral("%1[*]").arg(QGuiApplication::applicationDisplayName()));
+}
+
+void MainWindow::showStatus(const QString &text)
+{
+    statusBar()->showMessage(text, messageTime);
 }
 
 void MainWindow::showError(const QString &title, const QString &text)

@@ -211,7 +211,7 @@ void Workbench::tellImport() const
         log.reportInformation(tr("Open Scene"), report.details(importLines));
     }
     const QString name = QFileInfo(m_session->source()->filePath).fileName();
-    m_window->statusBar()->showMessage(QStringLiteral("%1: %2").arg(name, report.summary()));
+    m_window->showStatus(QStringLiteral("%1: %2").arg(name, report.summary()));
 }
 
 /// The sample's, which has no file of its own, are on purpose; nobody has to be told.
@@ -278,7 +278,7 @@ void Workbench::showReport(int level, const QString &title, const QString &text)
     } else if (level == errorLevel) {
         m_window->showError(title, text);
     } else if (level == warningLevel) {
-        m_window->statusBar()->showMessage(QStringLiteral("%1: %2").arg(title, text));
+        m_window->showStatus(QStringLiteral("%1: %2").arg(title, text));
         QTextStream(stderr) << "workbench: " << title << ": " << text << '\n';
     }
 }
