@@ -1,4 +1,5 @@
 #include "MainWindow.h"
+#include "Workbench.h"
 #include "panels/EditorPanel.h"
 #include "panels/SceneObjectView.h"
 
@@ -18,6 +19,7 @@ class TestPanelDocks : public QObject
 private Q_SLOTS:
     void thePanelsStandAtTheLeftBesideTheModules();
     void theViewMenuHidesThemAndBringsThemToTheFront();
+    void noTwoEntriesOfTheViewMenuShareAMnemonic();
     void askingForMetadataBringsTheModuleBack();
 
 private:
@@ -66,7 +68,7 @@ void TestPanelDocks::theViewMenuHidesThemAndBringsThemToTheFront()
     for (const QAction *toggle : toggles) {
         texts.append(toggle->text());
     }
-    QCOMPARE(texts, QStringList({"Scene Graph", "Materials", "Cameras", "Lights", "Sceneplates"}));
+    QCOMPARE(texts, QStringList({"Scene &Graph", "&Materials", "&Cameras", "&Lights", "Scene&plates"}));
     for (const QAction *toggle : toggles) {
         QVERIFY(toggle->isChecked());
     }
@@ -82,6 +84,25 @@ void TestPanelDocks::theViewMenuHidesThemAndBringsThemToTheFront()
     toggles.at(3)->trigger();
     QTRY_VERIFY(!lights->visibleRegion().isEmpty());
     QVERIFY(toggles.at(3)->isChecked());
+}
+
+void TestPanelDocks::noTwoEntriesOfTheViewMenuShareAMnemonic()
+{
+    Workbench workbench;
+    QLabel modules[2];
+    workbench.window()->addModule(QStringLiteral("Module"), QStringLiteral("Scene"), &modules[0], QIcon(),
+                                  QStringLiteral("Mod"), false);
+    workbench.window()->addModule(QStringLiteral("Other"), QStringLiteral("Scene & Tree"), &modules[1],
+                                  QIcon(), QStringLiteral("Oth"), false);
+    QStringList keys;
+    for (const QAction *action : viewMenu(*workbench.window())->actions()) {
+        const QString key = QKeySequence::mnemonic(action->text()).toString();
+        QVERIFY2(action->isSeparator() || !key.isEmpty(), qPrintable(action->text()));
+        QVERIFY2(key.isEmpty() || !keys.contains(key), qPrintable(action->text()));
+        keys.append(key);
+    }
+    QVERIFY(keys.contains(QStringLiteral("Alt+V")) && keys.contains(QStringLiteral("Alt+S")));
+    workbench.window()->releaseModules();
 }
 
 void TestPanelDocks::askingForMetadataBringsTheModuleBack()

@@ -34,7 +34,7 @@ void showVan(const GuideStage &stage)
 {
     GuideStage::clickRow(stage.sceneGraph(), van);
     GuideStage::clickRow(stage.lowerList(), van);
-    stage.lowerList()->expand(stage.cell(stage.lowerList(), van));
+    stage.lowerList()->expand(GuideStage::cell(stage.lowerList(), van));
 }
 
 void openTypes(const GuideStage &stage)

@@ -4,7 +4,7 @@
 #include "Workbench.h"
 #include "preferences/Theme.h"
 
-#include <TestSandbox.h>
+#include <TestMain.h>
 #include <kernel/document/Document.h>
 #include <nkKernelServices/nkPreferencesService.h>
 
@@ -88,5 +88,6 @@ int main(int argc, char **argv)
         kernel::Document::the().markSaved();
     }
     plugins.unloadAll();
+    TestMain::letAnimationsEnd();
     return isDone ? 0 : 1;
 }

@@ -312,6 +312,7 @@ void TestExtrasReader::countsWhatItKept()
     QCOMPARE(scene.report.details(1).count('\n'), 1);
     QVERIFY(scene.report.details(1).endsWith("1 more"));
     QVERIFY(!scene.report.details(2).contains("more"));
+    QCOMPARE(sceneOf(gltfWithExtras("{}")).report.summary(), QStringLiteral("no metadata in the file"));
 }
 
 void TestExtrasReader::pathKeysGoThereAndBack_data()

@@ -3,6 +3,10 @@
 #include "Workbench.h"
 #include "files/RecentFiles.h"
 #include "files/SceneSession.h"
+#include "panels/EditorCommands.h"
+#include "panels/EditorPanel.h"
+#include "panels/SceneObjectModel.h"
+#include "panels/SceneObjectView.h"
 
 #include <ModalAnswer.h>
 #include <TestMain.h>
@@ -16,6 +20,7 @@
 #include <QLoggingCategory>
 #include <QMenu>
 #include <QMimeData>
+#include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QUndoStack>
 
@@ -41,6 +46,10 @@ private Q_SLOTS:
     void theFileDialogNamesTheKinds();
     void showsTheImportReport();
     void unreadableMetadataIsTold();
+    void objectsStayWhereTheyAreAndTheCommandsSayWhy();
+    void objectsAreRenamedAndLocked();
+    void nothingIsDroppedIntoTheTree();
+    void anotherSceneIsFreeAgain();
 
 private:
     QString write(const QString &name, const QByteArray &content) const
@@ -69,6 +78,34 @@ private:
         return m_workbench->window()->fileMenu()->findChild<QAction *>(QLatin1String(name));
     }
     void trigger(const char *name) const { action(name)->trigger(); }
+    static bool changesTree(const QAction *action)
+    {
+        static const QStringList rest{"rename", "chooseImage", "inFront", "lock"};
+        return !rest.contains(action->objectName());
+    }
+    QList<QAction *> commandsOf(EditorPanel *panel) const
+    {
+        QMenu menu;
+        panel->commands()->fillMenu(&menu);
+        QList<QAction *> actions = menu.actions();
+        actions.erase(std::remove_if(actions.begin(), actions.end(),
+                                     [](const QAction *action) { return action->isSeparator(); }),
+                      actions.end());
+        return actions;
+    }
+    EditorPanel *panel(EditorModule module) const
+    {
+        for (EditorPanel *panel : m_workbench->window()->panels()) {
+            if (panel->module() == module)
+                return panel;
+        }
+        return nullptr;
+    }
+    static void select(EditorPanel *panel)
+    {
+        panel->view()->setCurrentIndex(panel->model()->index(0, 0));
+        QCOMPARE(panel->selectedObjects().size(), 1);
+    }
     QString title() const { return m_workbench->window()->windowTitle(); }
 
     std::unique_ptr<QTemporaryDir> m_folder;
@@ -258,6 +295,70 @@ void TestAppForeignScene::unreadableMetadataIsTold()
     QTRY_VERIFY(told.given());
     QCOMPARE(read(sidecar()), QByteArray("notes"));
     QVERIFY(Document::the().isModified());
+}
+
+void TestAppForeignScene::objectsStayWhereTheyAreAndTheCommandsSayWhy()
+{
+    const QString reason = QStringLiteral("can only be renamed, locked and given metadata.");
+    for (EditorPanel *panel : m_workbench->window()->panels()) {
+        panel->view()->selectAll();
+        for (const QAction *action : commandsOf(panel)) {
+            if (changesTree(action))
+                QVERIFY2(!action->isEnabled(), qPrintable(action->objectName()));
+            QCOMPARE(action->toolTip().contains(reason), changesTree(action));
+            QCOMPARE(action->statusTip().contains(reason), changesTree(action));
+            QVERIFY(!action->statusTip().contains(QLatin1Char('\n')));
+        }
+        QVERIFY2(!panel->view()->emptyText().contains(QStringLiteral("Create")),
+                 qPrintable(panel->view()->emptyText()));
+    }
+    QTest::keyClick(panel(EditorModule::Scenegraph)->view(), Qt::Key_Delete);
+    QCOMPARE(Document::the().undoStack()->count(), 0);
+}
+
+void TestAppForeignScene::objectsAreRenamedAndLocked()
+{
+    EditorPanel *tree = panel(EditorModule::Scenegraph);
+    select(tree);
+    nkdSceneObject object{nkdObject(tree->selectedObjects().first())};
+    QVERIFY(tree->commands()->action(EditorCommand::Rename)->isEnabled());
+    object.setName(QStringLiteral("Other"));
+    tree->commands()->action(EditorCommand::Lock)->trigger();
+    QVERIFY(object.getLocked());
+    trigger("fileSave");
+    QVERIFY(read(sidecar()).contains("\"Other\"") && read(sidecar()).contains("\"locked\":true"));
+}
+
+void TestAppForeignScene::nothingIsDroppedIntoTheTree()
+{
+    EditorPanel *tree = panel(EditorModule::Scenegraph);
+    SceneObjectModel *model = tree->model();
+    const QModelIndex parent = model->index(0, 0);
+    const std::unique_ptr<QMimeData> data(model->mimeData({model->index(0, 0, parent)}));
+    QVERIFY(data);
+    QVERIFY(!model->canDropMimeData(data.get(), Qt::MoveAction, 0, 0, QModelIndex()));
+    // Whoever asks for a move all the same is told.
+    QSignalSpy told(tree, &EditorPanel::statusMessage);
+    tree->commands()->move({model->idOf(model->index(0, 0, parent))}, 0, 0);
+    QCOMPARE(told.size(), 1);
+    QVERIFY(told.first().first().toString().contains(QStringLiteral("never written")));
+    QVERIFY(!Document::the().isModified());
+}
+
+void TestAppForeignScene::anotherSceneIsFreeAgain()
+{
+    trigger("fileNew");
+    for (EditorPanel *panel : m_workbench->window()->panels()) {
+        for (const QAction *action : commandsOf(panel)) {
+            QVERIFY(action->statusTip().isEmpty() && !action->toolTip().contains(QLatin1Char('\n')));
+            if (action->objectName().startsWith(QLatin1String("new")))
+                QVERIFY2(action->isEnabled(), qPrintable(action->objectName()));
+        }
+        QVERIFY(panel->view()->emptyText().contains(QLatin1Char('\n')));
+    }
+    panel(EditorModule::Scenegraph)->commands()->action(EditorCommand::NewGroup)->trigger();
+    QCOMPARE(Document::the().objectCount(), 1);
+    Document::the().undo();
 }
 
 NK_TEST_MAIN(TestAppForeignScene)

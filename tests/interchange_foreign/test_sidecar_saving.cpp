@@ -2,6 +2,9 @@
 #include "SidecarFixture.h"
 #include "TestMain.h"
 
+#include <interchange/foreign/ForeignOrigin.h>
+#include <kernel/document/DocumentLoader.h>
+
 using namespace interchange;
 using Saved = SceneFile::Saved;
 
@@ -24,6 +27,7 @@ private Q_SLOTS:
     void savesOnceTheUnreadableOneIsMovedAway();
     void saysThatObjectsCannotBeMadeOrDeleted();
     void saysThatObjectsCannotBeMoved();
+    void theTreeOfTheModelIsFixed();
     void copiesTheModelUnderAnotherName();
     void copiesBesideOldMetadataAreTruthful();
     void copiesKeepTheirKind();
@@ -187,36 +191,56 @@ void TestSidecarSaving::savesOnceTheUnreadableOneIsMovedAway()
     QVERIFY(m_f->sidecar().contains("\"value\":2"));
 }
 
+/// The document refuses all of that; what has got past it, the saver refuses.
 void TestSidecarSaving::saysThatObjectsCannotBeMadeOrDeleted()
 {
     change();
-    m_f->document().createObject(nkObjectType::Node, QStringLiteral("Mine"));
+    kernel::DocumentLoader more(kernel::DocumentLoader::Mode::Add);
+    QVERIFY(more.addObject(nkObjectType::Node, QStringLiteral("Mine")) != 0 && more.commit());
     Saved saved = m_f->save();
     QCOMPARE(saved.outcome, Saved::Failed);
     QVERIFY2(saved.error.contains(QStringLiteral("1 objects are not in the model")), qPrintable(saved.error));
-    m_f->document().undo();
-    m_f->document().deleteObjects({m_f->object(QStringLiteral("Oak")).getObjectId()});
+    QVERIFY2(saved.error.endsWith(QStringLiteral("change the model in the program that writes it.")),
+             qPrintable(saved.error));
+    kernel::DocumentLoader nothing;
+    QVERIFY(nothing.commit());
     saved = m_f->save();
     QCOMPARE(saved.outcome, Saved::Failed);
-    QVERIFY2(saved.error.contains(QStringLiteral("1 objects of the model were deleted")),
+    QVERIFY2(saved.error.contains(QStringLiteral("objects of the model were deleted")),
              qPrintable(saved.error));
     QVERIFY(!m_f->hasSidecar());
-    m_f->document().undo();
-    QCOMPARE(m_f->save().outcome, Saved::Done);
 }
 
 void TestSidecarSaving::saysThatObjectsCannotBeMoved()
 {
-    const quint64 zone = m_f->object(QStringLiteral("Zone")).getObjectId();
-    for (const quint64 parent : {m_f->object(QStringLiteral("Site")).getObjectId(), quint64(0)}) {
-        QVERIFY(m_f->document().moveObjects({zone}, parent, 0));
-        const Saved saved = m_f->save();
-        QCOMPARE(saved.outcome, Saved::Failed);
-        QVERIFY2(saved.error.contains(QStringLiteral("elsewhere than in the model")),
-                 qPrintable(saved.error));
-        QVERIFY(m_f->document().undo());
-    }
+    auto origin = std::make_shared<ForeignOrigin>(*m_f->source->foreign);
+    auto source = std::make_shared<SceneSource>(*m_f->source);
+    source->foreign = origin;
+    change();
+    QVERIFY(origin->objects.at(1).parentId != 0);
+    origin->objects.at(1).parentId = 0;
+    const Saved saved = SceneFile::save(m_f->path, source);
+    QCOMPARE(saved.outcome, Saved::Failed);
+    QVERIFY2(saved.error.contains(QStringLiteral("elsewhere than in the model")), qPrintable(saved.error));
+    QVERIFY(!m_f->hasSidecar());
     QCOMPARE(m_f->save().outcome, Saved::Done);
+}
+
+void TestSidecarSaving::theTreeOfTheModelIsFixed()
+{
+    kernel::Document &document = m_f->document();
+    const quint64 zone = m_f->object(QStringLiteral("Zone")).getObjectId();
+    QVERIFY(document.isTreeFixed());
+    QCOMPARE(document.createObject(nkObjectType::Node, QStringLiteral("Mine")), quint64(0));
+    QVERIFY(!document.deleteObjects({m_f->object(QStringLiteral("Oak")).getObjectId()}));
+    for (const quint64 parent : {m_f->object(QStringLiteral("Site")).getObjectId(), quint64(0)}) {
+        QVERIFY(!document.moveObjects({zone}, parent, 0));
+    }
+    QVERIFY(!document.isModified());
+    m_f->editEverything();
+    QCOMPARE(m_f->save().outcome, Saved::Done);
+    QVERIFY(m_f->reopen());
+    QVERIFY(document.isTreeFixed());
 }
 
 void TestSidecarSaving::copiesTheModelUnderAnotherName()

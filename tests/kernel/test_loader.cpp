@@ -5,7 +5,9 @@
 #include <kernel/document/DocumentLoader.h>
 #include <nkKernelServices/nkScopedUndo.h>
 #include <nkKernelServices/nkdMetadata.h>
+#include <nkKernelServices/nkdSceneObject.h>
 
+#include <QSignalSpy>
 #include <QUndoStack>
 
 using kernel::Document;
@@ -35,6 +37,8 @@ private Q_SLOTS:
     void loadedThingsAreOrdinary();
     void locksColoursAndAssetsAreLoadedIntoANewScene();
     void assignmentsAreListedInTheOrderOfAssigning();
+    void aFixedTreeKeepsItsObjects();
+    void aTreeIsFixedForItsSceneOnly();
 
 private:
     Document &m_document = Document::the();
@@ -317,6 +321,56 @@ void TestLoader::assignmentsAreListedInTheOrderOfAssigning()
     QCOMPARE(pairs(), (QList<quint64>{t, b, s, b, t, a}));
     m_service.deleteSets({nkdMetadataSet(t)});
     QCOMPARE(pairs(), (QList<quint64>{s, b}));
+}
+
+void TestLoader::aFixedTreeKeepsItsObjects()
+{
+    Document &document = Document::the();
+    DocumentLoader loader;
+    const quint64 a = loader.addObject(nkObjectType::Node, QStringLiteral("a"));
+    const quint64 b = loader.addObject(nkObjectType::Node, QStringLiteral("b"), a);
+    loader.fixTree();
+    QVERIFY2(!document.isTreeFixed(), "it is about the scene to be");
+    QVERIFY(loader.commit());
+    QVERIFY(document.isTreeFixed());
+    QCOMPARE(document.createObject(nkObjectType::Node, QStringLiteral("c")), quint64(0));
+    QCOMPARE(document.createSceneplate(QStringLiteral("p"), QString(), kernel::SceneplatePlacement::Behind),
+             quint64(0));
+    QVERIFY(!document.moveObjects({b}, 0));
+    QVERIFY(!document.deleteObjects({b}));
+    QCOMPARE(document.childrenOf(a), QList<quint64>{b});
+    QCOMPARE(document.objectCount(), 2);
+    QVERIFY(!document.undoStack()->canUndo());
+    nkdSceneObject object{nkdObject(b)};
+    object.setName(QStringLiteral("Named"));
+    object.setLocked(true);
+    QCOMPARE(object.getName(), QStringLiteral("Named"));
+    QVERIFY(object.getLocked());
+}
+
+void TestLoader::aTreeIsFixedForItsSceneOnly()
+{
+    Document &document = Document::the();
+    QSignalSpy told(&document, &Document::treeFixedChanged);
+    bool isToldInTime = false;
+    const auto watch = connect(&document, &Document::cleared, this,
+                               [&] { isToldInTime = document.isTreeFixed(); });
+    const auto load = [](bool isFixed) {
+        DocumentLoader loader;
+        if (isFixed) {
+            loader.fixTree();
+        }
+        return loader.commit();
+    };
+    QVERIFY(load(true) && isToldInTime);
+    QVERIFY(load(true));
+    QCOMPARE(told.size(), 1);
+    QVERIFY(load(false) && !document.isTreeFixed());
+    QVERIFY(load(true) && document.clear() && !document.isTreeFixed());
+    QCOMPARE(told.size(), 4);
+    QCOMPARE(told.last().first().toBool(), false);
+    QVERIFY(document.createObject(nkObjectType::Node, QStringLiteral("c")) != 0);
+    disconnect(watch);
 }
 
 NK_GUILESS_TEST_MAIN(TestLoader)

@@ -18,7 +18,7 @@ const QList<Place> places{Place::SceneGraph, Place::Editors, Place::Middle, Plac
 constexpr int leftWidth = 330;
 constexpr int tabBorders = 4;
 /// What the module below the middle needs so that its lists and its table show some rows each.
-constexpr int modulesHeight = 540;
+constexpr int modulesHeight = 510;
 /// Of the height that the middle and the modules share, where there is more than enough.
 constexpr double modulesShare = 0.5;
 constexpr double sceneGraphShare = 0.55;

@@ -1,5 +1,6 @@
 #include "MainWindow.h"
 
+#include "BoxText.h"
 #include "LayoutMemory.h"
 #include "ModuleFrame.h"
 #include "panels/EditorPanel.h"
@@ -33,13 +34,28 @@ constexpr QSize mostSize(1920, 1200);
 // What the window manager adds around the window; it is known only when the window is there.
 constexpr QSize decoration(8, 36);
 
-/// How long a message of a panel stands in the status line, in milliseconds.
+/// How long a message stands in the status line, in milliseconds.
 constexpr int messageTime = 8000;
 
 /// A text from outside as part of a menu entry: its ampersands are no mnemonics.
 QString menuText(const QString &text)
 {
     return QString(text).replace(QLatin1Char('&'), QLatin1String("&&"));
+}
+
+/// The text as an entry of a menu, with the first of its letters that is no other entry's mnemonic.
+QString withFreeMnemonic(const QString &text, const QMenu *menu)
+{
+    QString taken;
+    for (const QAction *action : menu->actions()) {
+        taken += QKeySequence::mnemonic(action->text()).toString().right(1);
+    }
+    for (int i = 0; i < text.size(); ++i) {
+        if (text.at(i).isLetterOrNumber() && !taken.contains(text.at(i), Qt::CaseInsensitive)) {
+            return menuText(text.left(i)) + QLatin1Char('&') + menuText(text.mid(i));
+        }
+    }
+    return menuText(text);
 }
 
 } // namespace
@@ -105,8 +121,7 @@ void MainWindow::createPanels()
     m_panels = editors.panels();
     for (const EditorPanel *panel : m_panels) {
         connect(panel, &EditorPanel::metadataRequested, this, &MainWindow::showModules);
-        connect(panel, &EditorPanel::statusMessage, statusBar(),
-                [this](const QString &text) { statusBar()->showMessage(text, messageTime); });
+        connect(panel, &EditorPanel::statusMessage, this, &MainWindow::showStatus);
     }
     m_view->insertActions(m_endOfPanels, editors.actions());
     for (QDockWidget *dock : editors.docks()) {
@@ -176,7 +191,7 @@ QMenu *MainWindow::groupMenu(const QString &group)
     for (QMenu *menu : m_view->findChildren<QMenu *>(group, Qt::FindDirectChildrenOnly)) {
         return menu;
     }
-    auto *menu = new QMenu(menuText(group), m_view);
+    auto *menu = new QMenu(withFreeMnemonic(group, m_view), m_view);
     menu->setObjectName(group);
     m_view->insertMenu(m_endOfModules, menu);
     return menu;
@@ -204,9 +219,14 @@ void MainWindow::showNoScene()
     setWindowTitle(QStringLiteral("%1[*]").arg(QGuiApplication::applicationDisplayName()));
 }
 
+void MainWindow::showStatus(const QString &text)
+{
+    statusBar()->showMessage(text, messageTime);
+}
+
 void MainWindow::showError(const QString &title, const QString &text)
 {
-    auto *box = new QMessageBox(QMessageBox::Warning, title, text, QMessageBox::Ok, this);
+    auto *box = new QMessageBox(QMessageBox::Warning, title, BoxText::elided(text), QMessageBox::Ok, this);
     box->setTextFormat(Qt::PlainText);
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->open();

@@ -45,6 +45,8 @@ public:
     void showScene(const QString &path);
     /// Says in the title that no scene is open.
     void showNoScene();
+    /// Shows a sentence in the status line for long enough to be read. Plain text.
+    void showStatus(const QString &text);
     /// Shows a failure in a box over the window, once the event loop runs. Plain text.
     void showError(const QString &title, const QString &text);
 

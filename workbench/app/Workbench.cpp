@@ -39,6 +39,7 @@
 #include <QLineEdit>
 #include <QStatusBar>
 #include <QTextStream>
+#include <QTimer>
 
 #include <cstdio>
 
@@ -136,9 +137,29 @@ void Workbench::createFileMenu()
     m_autosave = std::make_unique<Autosave>(m_session.get());
 }
 
-void Workbench::offerRecovery()
+bool Workbench::offerRecovery()
 {
-    m_autosave->offerAbandoned(m_window.get());
+    return m_autosave->offerAbandoned(m_window.get());
+}
+
+QString Workbench::start(const QString &path)
+{
+    // Neither do two boxes come at once, nor does what is restored take the place of what was opened.
+    const bool isRecoveryFirst = Autosave::hasAbandoned();
+    const QString error = path.isEmpty() || isRecoveryFirst ? QString() : open(path);
+    if (!error.isEmpty()) {
+        return error;
+    }
+    m_window->rememberLayout();
+    show();
+    if (isRecoveryFirst) {
+        QTimer::singleShot(0, this, [this, path] {
+            if (!offerRecovery() && !path.isEmpty()) {
+                m_files->open(path);
+            }
+        });
+    }
+    return QString();
 }
 
 void Workbench::createStartScreen()
@@ -190,7 +211,7 @@ void Workbench::tellImport() const
         log.reportInformation(tr("Open Scene"), report.details(importLines));
     }
     const QString name = QFileInfo(m_session->source()->filePath).fileName();
-    m_window->statusBar()->showMessage(QStringLiteral("%1: %2").arg(name, report.summary()));
+    m_window->showStatus(QStringLiteral("%1: %2").arg(name, report.summary()));
 }
 
 /// The sample's, which has no file of its own, are on purpose; nobody has to be told.
@@ -257,7 +278,7 @@ void Workbench::showReport(int level, const QString &title, const QString &text)
     } else if (level == errorLevel) {
         m_window->showError(title, text);
     } else if (level == warningLevel) {
-        m_window->statusBar()->showMessage(QStringLiteral("%1: %2").arg(title, text));
+        m_window->showStatus(QStringLiteral("%1: %2").arg(title, text));
         QTextStream(stderr) << "workbench: " << title << ": " << text << '\n';
     }
 }

@@ -41,7 +41,14 @@ public:
     /// Shows the window: in the editor what the open scene has of metadata, the start screen where no scene is open.
     void show();
     /// Asks about the scenes that a program which ended unexpectedly has left, and opens one where that is wanted.
-    void offerRecovery();
+    /// @return whether one was opened
+    bool offerRecovery();
+    /// Begins as a person does: with a scene, and the window as it was left the last time. Where there is something to
+    /// recover, that is asked first, over the window and once the event loop runs; then the scene is opened, unless one
+    /// was restored, which it would put away. What fails then is told over the window.
+    /// @param path empty for no scene
+    /// @return like open; where it is not empty, nothing is shown
+    QString start(const QString &path);
     /// The sample scene that ships with the workbench.
     static QString sampleScene();
 

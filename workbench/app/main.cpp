@@ -6,7 +6,6 @@
 #include <QApplication>
 #include <QLoggingCategory>
 #include <QTextStream>
-#include <QTimer>
 
 #include <cstdio>
 
@@ -66,16 +65,16 @@ int main(int argc, char **argv)
     Workbench workbench;
     workbench.loadPlugins();
     const QString scene = commandLine.sample ? Workbench::sampleScene() : commandLine.file;
-    const QString error = scene.isEmpty() ? QString() : workbench.open(scene);
+    const bool isPicture = !commandLine.screenshot.isEmpty();
+    const QString error = !isPicture        ? workbench.start(scene)
+                          : scene.isEmpty() ? QString()
+                                            : workbench.open(scene);
     if (!error.isEmpty()) {
         return fail(error);
     }
-    if (!commandLine.screenshot.isEmpty()) {
+    if (isPicture) {
         workbench.show();
         return runForPicture(workbench, commandLine.screenshot);
     }
-    workbench.window()->rememberLayout();
-    workbench.show();
-    QTimer::singleShot(0, &workbench, &Workbench::offerRecovery);
     return QApplication::exec();
 }

@@ -1,5 +1,6 @@
 #include <interchange/ImportReport.h>
 
+#include <QLocale>
 #include <QStringList>
 
 #include <algorithm>
@@ -88,9 +89,12 @@ QString ImportReport::text(const Item &item)
 
 QString ImportReport::summary() const
 {
+    if (m_keptCount == 0 && isClean())
+        return tr("no metadata in the file");
+    const QLocale locale;
     const QString text = tr("%1 entries read as they are, %2 converted, %3 left untouched in the file")
-                             .arg(QString::number(m_keptCount), QString::number(m_converted.size()),
-                                  QString::number(m_untouched.size()));
+                             .arg(locale.toString(m_keptCount), locale.toString(m_converted.size()),
+                                  locale.toString(m_untouched.size()));
     return m_refused.isEmpty() ? text : tr("%1, %2 refused").arg(text).arg(m_refused.size());
 }
 

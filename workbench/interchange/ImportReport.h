@@ -88,7 +88,8 @@ public:
     static QString text(ImportReason reason);
     /// The reason of an item, with what exactly.
     static QString text(const Item &item);
-    /// "3 entries read, 1 converted, 2 left untouched in the file"; refusals only where there are any.
+    /// "3 entries read, 1 converted, 2 left untouched in the file", or that there is nothing; refusals only where there
+    /// are any.
     QString summary() const;
     /// One line an item, path and reason, at most `limit` lines; a last line says how many more there are.
     QString details(int limit) const;

@@ -15,7 +15,7 @@ AssetDock::AssetDock(QWidget *parent)
       m_panel(new AssetPanel(this)),
       m_action(new QAction(
           nkIconManager::getIcon(QStringLiteral("MetadataSetAsset"), QStringLiteral("MetadataEditor")),
-          tr("Assets"), this))
+          tr("&Assets"), this))
 {
     setObjectName(QStringLiteral("AssetPanel"));
     setWidget(m_panel);

@@ -167,7 +167,12 @@ void Autosave::dropWhenSaved(bool isModified)
     }
 }
 
-void Autosave::offerAbandoned(QWidget *window)
+bool Autosave::hasAbandoned()
+{
+    return !RecoverySlot::abandoned().empty();
+}
+
+bool Autosave::offerAbandoned(QWidget *window)
 {
     for (std::unique_ptr<RecoverySlot> &slot : RecoverySlot::abandoned()) {
         const RecoverySlot::Note &note = slot->note();
@@ -181,9 +186,10 @@ void Autosave::offerAbandoned(QWidget *window)
         if (answer == FileQuestions::Answer::Discard) {
             slot->remove();
         } else if (answer == FileQuestions::Answer::Restore && restore(std::move(slot))) {
-            return;
+            return true;
         }
     }
+    return false;
 }
 
 bool Autosave::restore(std::unique_ptr<RecoverySlot> slot)

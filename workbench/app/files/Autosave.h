@@ -27,8 +27,11 @@ public:
     /// Writes the copy now where there is something new to keep. A failure is told once until it works again.
     /// @return whether everything is kept now
     bool write();
+    /// Whether a program that ended unexpectedly has left a copy.
+    static bool hasAbandoned();
     /// Asks about each copy that was left until one is restored. One that cannot be opened is told and kept.
-    void offerAbandoned(QWidget *window);
+    /// @return whether one was restored
+    bool offerAbandoned(QWidget *window);
 
 private:
     void followPreference();

@@ -95,7 +95,7 @@ bool FileCommands::saveTo(const QString &path)
 
 void FileCommands::tellSaved(const SceneFile::Saved &saved)
 {
-    m_window->statusBar()->showMessage(tr("“%1” is saved").arg(m_session->title()));
+    m_window->showStatus(tr("“%1” is saved").arg(m_session->title()));
     if (!saved.error.isEmpty()) {
         nkLogService::the().reportError(tr("Save Scene"), saved.error);
     }

@@ -1,5 +1,7 @@
 #include "FileQuestions.h"
 
+#include "BoxText.h"
+
 #include <interchange/foreign/ForeignReaders.h>
 
 #include <QCoreApplication>
@@ -21,15 +23,16 @@ QString tr(const char *text)
     return QCoreApplication::translate("FileQuestions", text);
 }
 
-/// A box with plain texts; never markup, whatever a file is called.
+/// A box with plain texts; never markup, whatever a file is called, and however long its name is.
 class Box : public QMessageBox
 {
 public:
     Box(QWidget *window, Icon icon, const QString &text, const QString &more)
-        : QMessageBox(icon, QGuiApplication::applicationDisplayName(), text, NoButton, window)
+        : QMessageBox(icon, QGuiApplication::applicationDisplayName(), BoxText::elided(text), NoButton,
+                      window)
     {
         setTextFormat(Qt::PlainText);
-        setInformativeText(more);
+        setInformativeText(BoxText::elided(more));
     }
 };
 

@@ -3,7 +3,7 @@
 #include "LogPanel.h"
 
 LogDock::LogDock(QWidget *parent)
-    : PanelDock(tr("Log"), QStringLiteral("LogPanel"), QStringLiteral("Log"), parent),
+    : PanelDock(tr("Log"), tr("L&og"), QStringLiteral("LogPanel"), QStringLiteral("Log"), parent),
       m_panel(new LogPanel(this))
 {
     setWidget(m_panel);

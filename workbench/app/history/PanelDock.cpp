@@ -4,9 +4,10 @@
 
 #include <QAction>
 
-PanelDock::PanelDock(const QString &title, const QString &objectName, const QString &icon, QWidget *parent)
+PanelDock::PanelDock(const QString &title, const QString &menuText, const QString &objectName,
+                     const QString &icon, QWidget *parent)
     : QDockWidget(title, parent),
-      m_action(new QAction(nkIconManager::getIcon(icon, QStringLiteral("General")), title, this))
+      m_action(new QAction(nkIconManager::getIcon(icon, QStringLiteral("General")), menuText, this))
 {
     setObjectName(objectName);
     m_action->setCheckable(true);

@@ -10,9 +10,10 @@ class PanelDock : public QDockWidget
 {
     Q_OBJECT
 public:
+    /// @param menuText the title with a mnemonic that no other entry of the View menu has
     /// @param objectName what the dock is called in saved layouts; never translated
     /// @param icon of the category "General"
-    PanelDock(const QString &title, const QString &objectName, const QString &icon,
+    PanelDock(const QString &title, const QString &menuText, const QString &objectName, const QString &icon,
               QWidget *parent = nullptr);
     ~PanelDock() override;
 

@@ -12,8 +12,8 @@
 #include <QHeaderView>
 
 UndoHistoryDock::UndoHistoryDock(QWidget *parent)
-    : PanelDock(tr("Undo History"), QStringLiteral("UndoHistoryPanel"), QStringLiteral("UndoHistory"),
-                parent),
+    : PanelDock(tr("Undo History"), tr("&Undo History"), QStringLiteral("UndoHistoryPanel"),
+                QStringLiteral("UndoHistory"), parent),
       m_model(new UndoHistoryModel(this)),
       m_view(new RowsView(this))
 {

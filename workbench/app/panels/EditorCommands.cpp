@@ -50,6 +50,20 @@ bool startsGroup(EditorCommand command)
            || command == EditorCommand::Rename || command == EditorCommand::Delete;
 }
 
+/// All but what changes an object where it stands.
+bool changesTree(EditorCommand command)
+{
+    switch (command) {
+    case EditorCommand::Rename:
+    case EditorCommand::ChooseImage:
+    case EditorCommand::InFront:
+    case EditorCommand::Lock:
+        return false;
+    default:
+        return true;
+    }
+}
+
 } // namespace
 
 EditorCommands::EditorCommands(EditorPanel *panel)
@@ -62,7 +76,8 @@ EditorCommands::EditorCommands(EditorPanel *panel)
             &EditorCommands::update);
     connect(panel->model(), &QAbstractItemModel::dataChanged, this, &EditorCommands::update);
     connect(panel->model(), &SceneObjectModel::followed, this, &EditorCommands::update);
-    update();
+    connect(&Document::the(), &Document::treeFixedChanged, this, &EditorCommands::tellFixedTree);
+    tellFixedTree();
 }
 
 EditorCommands::~EditorCommands() = default;
@@ -71,7 +86,6 @@ QAction *EditorCommands::makeAction(const EditorCommandRow &row)
 {
     auto *action = new QAction(row.text, this);
     action->setObjectName(row.objectName);
-    action->setToolTip(toolTip(row));
     if (!row.icon.isEmpty()) {
         action->setIcon(nkIconManager::getIcon(row.icon, row.iconCategory));
     }
@@ -85,6 +99,19 @@ QAction *EditorCommands::makeAction(const EditorCommandRow &row)
     m_panel->view()->addAction(action);
     connect(action, &QAction::triggered, this, [this, row] { run(row.command); });
     return action;
+}
+
+/// What is off in all of the scene says why.
+void EditorCommands::tellFixedTree()
+{
+    const QString reason = SceneEditing::fixedTreeReason();
+    for (const EditorCommandRow &row : qAsConst(m_rows)) {
+        const bool isOff = !reason.isEmpty() && changesTree(row.command);
+        QAction *one = action(row.command);
+        one->setToolTip(isOff ? QStringLiteral("%1\n\n%2").arg(toolTip(row), reason) : toolTip(row));
+        one->setStatusTip(isOff ? QString(reason).replace(QLatin1Char('\n'), QLatin1Char(' ')) : QString());
+    }
+    update();
 }
 
 QList<QAction *> EditorCommands::toolBarActions() const
@@ -124,11 +151,17 @@ void EditorCommands::update()
 {
     const QList<quint64> ids = chosen();
     const quint64 current = m_panel->model()->idOf(m_panel->view()->currentIndex());
-    const auto enable = [this](EditorCommand command, bool on) {
+    const bool isFixed = Document::the().isTreeFixed();
+    const auto enable = [this, isFixed](EditorCommand command, bool on) {
         if (QAction *one = action(command)) {
-            one->setEnabled(on);
+            one->setEnabled(on && !(isFixed && changesTree(command)));
         }
     };
+    for (const EditorCommand command :
+         {EditorCommand::NewGroup, EditorCommand::NewMaterial, EditorCommand::NewCamera,
+          EditorCommand::NewLight, EditorCommand::NewSceneplate}) {
+        enable(command, true);
+    }
     for (const EditorCommand command : {EditorCommand::GroupSelected, EditorCommand::Ungroup,
                                         EditorCommand::MoveUp, EditorCommand::MoveDown, EditorCommand::MoveTo,
                                         EditorCommand::InFront, EditorCommand::Lock, EditorCommand::Delete}) {

@@ -34,6 +34,7 @@ public:
     void move(const QList<quint64> &ids, quint64 parentId, int position);
 
 private:
+    void tellFixedTree();
     QAction *makeAction(const EditorCommandRow &row);
     QList<quint64> chosen() const;
     void run(EditorCommand command);

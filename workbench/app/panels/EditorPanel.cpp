@@ -4,6 +4,8 @@
 #include "SceneObjectModel.h"
 #include "SceneObjectView.h"
 
+#include "kernel/document/Document.h"
+
 #include <nkKernelServices/nkInternalUiService.h>
 #include <nkKernelServicesGUI/nkMetadataModuleSelection.h>
 #include <nkQt4Ext/QNKSearchBox.h>
@@ -99,6 +101,8 @@ void EditorPanel::connectSearch()
 void EditorPanel::connectRows()
 {
     connect(m_view, &QWidget::customContextMenuRequested, this, &EditorPanel::showMenu);
+    connect(&kernel::Document::the(), &kernel::Document::treeFixedChanged, this,
+            &EditorPanel::updateEmptyText);
     connect(m_model, &SceneObjectModel::followed, this, [this] {
         updateEmptyText();
         pull(Reveal::Never);
@@ -247,7 +251,12 @@ void EditorPanel::showMetadata()
 
 void EditorPanel::updateEmptyText()
 {
-    m_view->setEmptyText(m_model->isSearching()
-                             ? tr("No name matches the search.\nPress Esc in the search field to see all.")
-                             : m_text.empty);
+    if (m_model->isSearching()) {
+        m_view->setEmptyText(tr("No name matches the search.\nPress Esc in the search field to see all."));
+    } else if (kernel::Document::the().isTreeFixed()) {
+        // How to make some, which the second line says, is no advice here.
+        m_view->setEmptyText(m_text.empty.section(QLatin1Char('\n'), 0, 0));
+    } else {
+        m_view->setEmptyText(m_text.empty);
+    }
 }

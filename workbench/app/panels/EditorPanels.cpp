@@ -34,7 +34,7 @@ void hideOrShow(QDockWidget *dock)
 QAction *makeAction(const EditorText &text, QDockWidget *dock)
 {
     const QIcon icon = nkIconManager::getIcon(text.icon, QStringLiteral("General"));
-    auto *action = new QAction(icon, text.title, dock);
+    auto *action = new QAction(icon, text.menuText, dock);
     action->setCheckable(true);
     const auto tellState = [action, dock] { action->setChecked(!dock->isHidden()); };
     QObject::connect(action, &QAction::triggered, dock, [dock, tellState] {

@@ -8,6 +8,8 @@
 struct EditorText
 {
     QString title;
+    /// The same for the View menu, with a mnemonic that no other entry there has.
+    QString menuText;
     /// What the panel's dock is called in saved layouts; never translated.
     QString objectName;
     /// Name of the icon in the category "General".

@@ -113,7 +113,21 @@ QList<quint64> withAllBelow(QList<quint64> ids)
     return ids;
 }
 
+Outcome fixedTree()
+{
+    return {{}, fixedTreeReason().replace(QLatin1Char('\n'), QLatin1Char(' '))};
+}
+
 } // namespace
+
+QString fixedTreeReason()
+{
+    return scene().isTreeFixed()
+               ? tr("Objects of a scene that is never written can only be renamed, locked and "
+                    "given metadata.\nCreate, move and delete them in the program that writes "
+                    "the file.")
+               : QString();
+}
 
 Outcome refusalFor(quint64 lockedId)
 {
@@ -141,6 +155,9 @@ QList<quint64> topmost(const QList<quint64> &ids)
 
 Outcome create(nkObjectType type, quint64 near)
 {
+    if (scene().isTreeFixed()) {
+        return fixedTree();
+    }
     const Words words = wordsOf(type);
     const nkScopedMultiCommand command(nkUndoString(tr(words.create)), true);
     const bool isInside = type == nkObjectType::Material
@@ -154,6 +171,9 @@ Outcome create(nkObjectType type, quint64 near)
 
 Outcome group(nkObjectType type, const QList<quint64> &ids)
 {
+    if (scene().isTreeFixed()) {
+        return fixedTree();
+    }
     const QList<quint64> members = topmost(ids);
     if (members.isEmpty()) {
         return {};
@@ -171,6 +191,9 @@ Outcome group(nkObjectType type, const QList<quint64> &ids)
 
 Outcome ungroup(const QList<quint64> &ids)
 {
+    if (scene().isTreeFixed()) {
+        return fixedTree();
+    }
     QList<quint64> groups = topmost(ids);
     const auto isNoGroup = [](quint64 id) { return scene().typeOf(id) != nkObjectType::MaterialGroup; };
     groups.erase(std::remove_if(groups.begin(), groups.end(), isNoGroup), groups.end());
@@ -192,6 +215,9 @@ Outcome ungroup(const QList<quint64> &ids)
 
 Outcome remove(const QList<quint64> &ids, bool *done)
 {
+    if (scene().isTreeFixed()) {
+        return fixedTree();
+    }
     if (const quint64 locked = firstLocked(withAllBelow(ids))) {
         return refusalFor(locked);
     }
@@ -205,6 +231,9 @@ Outcome remove(const QList<quint64> &ids, bool *done)
 
 Outcome move(const QList<quint64> &ids, quint64 parentId, int position)
 {
+    if (scene().isTreeFixed()) {
+        return fixedTree();
+    }
     const QList<quint64> moved = topmost(ids);
     if (const quint64 locked = firstLocked(moved)) {
         return refusalFor(locked);

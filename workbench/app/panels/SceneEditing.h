@@ -36,6 +36,9 @@ Outcome move(const QList<quint64> &ids, quint64 parentId, int position);
 Outcome shift(const QList<quint64> &ids, int by);
 void setLocked(const QList<quint64> &ids, bool locked);
 
+/// Why objects can be neither made nor moved nor deleted in the open scene, in two lines of a sentence each; empty
+/// where they can (see Document::isTreeFixed). All edits but locking are refused with it.
+QString fixedTreeReason();
 /// The outcome of an edit that a locked object stands against.
 Outcome refusalFor(quint64 lockedId);
 /// Those that have none of the others above them, in scene order.

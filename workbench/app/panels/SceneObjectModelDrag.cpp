@@ -71,7 +71,8 @@ QMimeData *SceneObjectModel::mimeData(const QModelIndexList &indexes) const
 bool SceneObjectModel::canDropMimeData(const QMimeData *data, Qt::DropAction action, int, int,
                                        const QModelIndex &parent) const
 {
-    if (action != Qt::MoveAction || !isTree() || !flags(parent).testFlag(Qt::ItemIsDropEnabled)) {
+    if (action != Qt::MoveAction || !isTree() || Document::the().isTreeFixed()
+        || !flags(parent).testFlag(Qt::ItemIsDropEnabled)) {
         return false;
     }
     const QList<quint64> ids = draggedObjects(data);

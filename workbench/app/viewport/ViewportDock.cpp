@@ -9,7 +9,7 @@
 ViewportDock::ViewportDock(MainWindow *window, SceneSession *session)
     : QDockWidget(tr("Viewport"), window),
       m_panel(new ViewportPanel(this)),
-      m_action(new QAction(ViewportIcons::icon(ViewportIcons::Shape::Orbit), tr("Viewport"), this))
+      m_action(new QAction(ViewportIcons::icon(ViewportIcons::Shape::Orbit), tr("&Viewport"), this))
 {
     setObjectName(QStringLiteral("Viewport"));
     setWidget(m_panel);

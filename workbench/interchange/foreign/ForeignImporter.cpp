@@ -62,6 +62,8 @@ bool ForeignImporter::import()
         noteGone();
     }
     addModelSets(loader);
+    // The sidecar is about the objects of the model and cannot say that there are others.
+    loader.fixTree();
     return loader.commit();
 }
 

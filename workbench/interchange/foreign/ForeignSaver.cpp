@@ -70,13 +70,14 @@ bool ForeignSaver::checkName()
                 tr("choose a name that ends in “.%1”").arg(suffix));
 }
 
-/// The sidecar is about the objects of the model: it cannot make, delete or move them.
+/// The sidecar is about the objects of the model: it cannot make, delete or move them. The document refuses that
+/// while such a scene is open; this guards against whatever gets past it.
 bool ForeignSaver::checkObjects()
 {
     int living = 0;
     for (const SceneSource::ObjectOrigin &origin : m_source.objects())
         living += Document::the().typeOf(origin.id) != nkObjectType::Null ? 1 : 0;
-    const QString advice = tr("undo that, or export the model as glTF and work on that");
+    const QString advice = tr("undo that, and change the model in the program that writes it");
     if (living < m_source.objectCount())
         return fail(tr("%1 objects of the model were deleted, and the model itself is never written")
                         .arg(m_source.objectCount() - living),

@@ -31,16 +31,21 @@ bool Document::clear()
         return false;
     }
     m_clipboard->clear();
-    replaceScene(std::make_unique<Store>());
+    replaceScene(std::make_unique<Store>(), false);
     return true;
 }
 
-void Document::replaceScene(std::unique_ptr<Store> store)
+void Document::replaceScene(std::unique_ptr<Store> store, bool isTreeFixed)
 {
+    const bool isFixedAnew = m_isTreeFixed != isTreeFixed;
     const bool hasNews = !m_store->isEmpty() || !store->isEmpty();
     // The history goes before anybody hears of the new scene, the old scene after.
     m_store.swap(store);
+    m_isTreeFixed = isTreeFixed;
     m_scopes->startAnew(hasNews);
+    if (isFixedAnew) {
+        Q_EMIT treeFixedChanged(isTreeFixed);
+    }
 }
 
 // Undo --------------------------------------------------------------------------------------------------
@@ -96,23 +101,23 @@ void Document::markSaved()
 
 quint64 Document::createObject(nkObjectType type, const QString &name, quint64 parentId)
 {
-    return ObjectOperations::create(type, name, parentId);
+    return m_isTreeFixed ? 0 : ObjectOperations::create(type, name, parentId);
 }
 
 bool Document::deleteObjects(const QList<quint64> &ids)
 {
-    return ObjectOperations::remove(ids);
+    return !m_isTreeFixed && ObjectOperations::remove(ids);
 }
 
 quint64 Document::createSceneplate(const QString &name, const QString &imagePath,
                                    SceneplatePlacement placement, quint64 parentId)
 {
-    return ObjectOperations::createSceneplate(name, {imagePath, placement}, parentId);
+    return m_isTreeFixed ? 0 : ObjectOperations::createSceneplate(name, {imagePath, placement}, parentId);
 }
 
 bool Document::moveObjects(const QList<quint64> &ids, quint64 parentId, int position)
 {
-    return ObjectOperations::move(ids, parentId, position);
+    return !m_isTreeFixed && ObjectOperations::move(ids, parentId, position);
 }
 
 bool Document::setSceneplateImage(quint64 id, const QString &imagePath)

@@ -59,21 +59,26 @@ public:
     bool isModified() const;
     void markSaved();
 
+    /// Whether the scene's objects have to stay as they were loaded, because what the scene is saved to cannot tell
+    /// otherwise: none can be made, deleted or moved then. Names, locks and metadata can still change. The loader of the
+    /// scene decides (DocumentLoader::fixTree); an empty new scene is free.
+    bool isTreeFixed() const { return m_isTreeFixed; }
+
     // Undoable operations of the host itself ------------------------------------------------------------
 
     /// A new scene object at the end of its parent's children, with an empty object set.
     /// @param type Node, Camera, Light, Sceneplate, Material or MaterialGroup
     /// @param parentId 0 for the top level. Nodes, cameras, lights and sceneplates stand under each other;
     ///        materials and groups under groups
-    /// @return the id; 0 where type or parent do not fit
+    /// @return the id; 0 where type or parent do not fit, and where the tree is fixed
     quint64 createObject(nkObjectType type, const QString &name, quint64 parentId = 0);
     /// Deletes the objects with everything below them, their object sets and their assignments: one change.
     /// Ids that name no scene object are skipped. Undo brings back the same ids in the same places.
-    /// @return whether anything was deleted
+    /// @return whether anything was deleted; nothing is where the tree is fixed
     bool deleteObjects(const QList<quint64> &ids);
     /// A new sceneplate at the end of its parent's children, as createObject makes it.
     /// @param imagePath of the image that it shows, kept as given and not looked at
-    /// @return the id; 0 where the parent does not fit
+    /// @return the id; 0 where the parent does not fit, and where the tree is fixed
     quint64 createSceneplate(const QString &name, const QString &imagePath, SceneplatePlacement placement,
                              quint64 parentId = 0);
     /// Moves objects, with everything below them, to another parent or another place among their siblings:
@@ -82,7 +87,8 @@ public:
     /// @param parentId 0 for the top level; what fits where is as in createObject
     /// @param position they come before the child that stands there now; -1: behind the last
     /// @return false, and nothing has changed, where they stand there already, and where any of them is no
-    ///         living scene object, is locked, does not fit below the parent, or has the parent below itself
+    ///         living scene object, is locked, does not fit below the parent, or has the parent below itself; also
+    ///         where the tree is fixed
     bool moveObjects(const QList<quint64> &ids, quint64 parentId, int position = -1);
     /// Gives a sceneplate another image or place: one change. Refused (false) where it is locked or no
     /// sceneplate, and where nothing would change.
@@ -161,6 +167,8 @@ Q_SIGNALS:
     void sceneChanged();
     /// isModified() has changed.
     void modifiedChanged(bool modified);
+    /// isTreeFixed() has changed; comes when the scene that it is about has been announced.
+    void treeFixedChanged(bool fixed);
 
 private:
     friend class ChangeScopes;
@@ -170,11 +178,12 @@ private:
 
     Document();
     /// The store becomes the scene: no history, unmodified, announced where either scene held anything.
-    void replaceScene(std::unique_ptr<Store> store);
+    void replaceScene(std::unique_ptr<Store> store, bool isTreeFixed);
 
     std::unique_ptr<Store> m_store;
     std::unique_ptr<ChangeScopes> m_scopes;
     std::unique_ptr<Clipboard> m_clipboard;
+    bool m_isTreeFixed = false;
 };
 
 } // namespace kernel

@@ -40,7 +40,7 @@ bool DocumentLoader::commit()
     }
     m_target = nullptr;
     if (m_mode == Mode::Replace) {
-        document.replaceScene(std::move(m_aside));
+        document.replaceScene(std::move(m_aside), m_isTreeFixed);
     } else {
         document.scopes().endLoad(true);
     }

@@ -63,6 +63,9 @@ public:
     /// Gives a shared set its asset state; see Document::setAssetState.
     bool setAsset(quint64 setId, AssetState state, const QString &assetId, int version = 0);
 
+    /// The scene to be keeps its objects as they are loaded; see Document::isTreeFixed. In Replace mode only.
+    void fixTree() { m_isTreeFixed = true; }
+
     /// Says what a sceneplate shows; see Document::createSceneplate.
     bool setSceneplate(quint64 id, const QString &imagePath, SceneplatePlacement placement);
 
@@ -94,6 +97,7 @@ private:
     void appear(ChangeKind kind, quint32 slotOrLink);
 
     const Mode m_mode;
+    bool m_isTreeFixed = false;
     /// The scene to be, in Replace mode.
     std::unique_ptr<Store> m_aside;
     /// What is being filled; null before it could begin and after it ended.
