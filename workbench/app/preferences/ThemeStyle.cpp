@@ -11,6 +11,7 @@ namespace {
 /// How much of the text's colour the outlines have.
 constexpr qreal outlineShare = 0.55;
 constexpr qreal fillOpacity = 0.55;
+constexpr qreal fillOpacityDisabled = 0.25;
 constexpr qreal corner = 2;
 
 QColor mixed(const QColor &first, const QColor &second, qreal share)
@@ -85,8 +86,9 @@ void ThemeStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *opt
         painter->drawEllipse(outlineRect(option));
     } else if (element == PE_PanelButtonTool && (option->state & State_On)) {
         QColor fill = option->palette.color(QPalette::Highlight);
-        preparePainter(painter, fill.lighter(150));
-        fill.setAlphaF(fillOpacity);
+        const bool isEnabled = option->state & State_Enabled;
+        preparePainter(painter, isEnabled ? fill.lighter(150) : fill.darker(150));
+        fill.setAlphaF(isEnabled ? fillOpacity : fillOpacityDisabled);
         painter->setBrush(fill);
         painter->drawRoundedRect(outlineRect(option), corner, corner);
     }
