@@ -38,9 +38,9 @@ private Q_SLOTS:
     {
         applyTheme(Theme::Light);
         const QIcon icon = QApplication::style()->standardIcon(QStyle::SP_TitleBarCloseButton);
-        QVERIFY(mostContrast(onWindow(icon, 16)) >= 4);
+        QVERIFY(mostContrast(onWindow(icon, 24)) >= 8);
         applyTheme(Theme::Dark);
-        QVERIFY(mostContrast(onWindow(icon, 16)) >= 4);
+        QVERIFY(mostContrast(onWindow(icon, 24)) >= 8);
     }
 
     void the_close_button_of_a_dock_that_was_there_before_stands_out()
@@ -51,7 +51,7 @@ private Q_SLOTS:
         applyTheme(Theme::Dark);
         dock.show();
         QVERIFY(QTest::qWaitForWindowExposed(&dock));
-        QVERIFY(mostContrast(onWindow(button->icon(), 16)) >= 4);
+        QVERIFY(mostContrast(onWindow(button->icon(), 24)) >= 8);
     }
 
     void boxes_that_are_not_checked_are_seen()
