@@ -14,9 +14,13 @@ QString translated(const char *text)
 
 QString howToCreateASet()
 {
+    nkMetadataActions *const actions = nkMetadataActions::instance();
+    if (!actions) { // a tree by itself has no commands
+        return translated(QT_TRANSLATE_NOOP("nkMetadataTreeWidget", "No metadata sets."));
+    }
     return translated(QT_TRANSLATE_NOOP("nkMetadataTreeWidget", "No metadata sets. Create one with %1 > %2."))
         .arg(QCoreApplication::translate("nkMetadataEditorMenubar", "Create"),
-             nkMetadataActions::instance()->createSetAction()->text());
+             actions->createSetAction()->text());
 }
 
 } // namespace
