@@ -25,7 +25,7 @@ private:
     {
         QProcess process;
         process.start(QStringLiteral(WORKBENCH), words);
-        process.waitForFinished(60000);
+        process.waitForFinished(180000);
         const int status = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
         return {status, QString::fromUtf8(process.readAllStandardError())};
     }

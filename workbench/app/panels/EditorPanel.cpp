@@ -46,7 +46,14 @@ EditorPanel::EditorPanel(EditorModule module, QWidget *parent)
     pull(Reveal::Never);
 }
 
-EditorPanel::~EditorPanel() = default;
+EditorPanel::~EditorPanel()
+{
+    // The view commits an open editor when it goes, and the scene tells of it: nobody half gone is to hear that.
+    delete m_commands;
+    m_model->disconnect(this);
+    m_view->selectionModel()->disconnect(this);
+    kernel::Document::the().disconnect(this);
+}
 
 void EditorPanel::createSearch()
 {
