@@ -80,7 +80,7 @@ char *TextBuffer::room(int size)
 
 void TextBuffer::add(std::string_view text)
 {
-    std::memcpy(room(int(text.size())), text.data(), text.size());
+    std::copy(text.begin(), text.end(), room(int(text.size()))); // empty texts may be null
     m_size += int(text.size());
 }
 
