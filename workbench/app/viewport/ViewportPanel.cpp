@@ -152,7 +152,6 @@ void ViewportPanel::createMessage()
     m_message->setAlignment(Qt::AlignCenter);
     m_message->setMargin(margin);
     m_message->setMinimumHeight(1);
-    m_message->setForegroundRole(QPalette::PlaceholderText);
     m_stack->addWidget(m_message);
     m_notice->setObjectName(QStringLiteral("notice"));
     m_notice->setMargin(4);
